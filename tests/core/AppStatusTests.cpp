@@ -1,0 +1,115 @@
+#include "TolvaneCore/AppStatus.h"
+
+#include <gtest/gtest.h>
+
+namespace tolvane {
+namespace {
+
+TEST(AppStatus, DisabledIsPausedWhateverThePermissionsSay) {
+    EXPECT_EQ(appStatusFor({.isEnabled = false, .hasAccessibility = false}), AppStatus::paused);
+    EXPECT_EQ(appStatusFor({.isEnabled = false, .hasAccessibility = true, .tapActive = true, .automationDenied = true}),
+              AppStatus::paused);
+}
+
+TEST(AppStatus, EnabledWithoutAccessibilityIsWaitingForPermission) {
+    EXPECT_EQ(appStatusFor({.isEnabled = true, .hasAccessibility = false}), AppStatus::waitingForPermission);
+}
+
+TEST(AppStatus, MissingAccessibilityOutranksRefusedAutomation) {
+    EXPECT_EQ(appStatusFor({.isEnabled = true, .hasAccessibility = false, .tapActive = false, .automationDenied = true}),
+              AppStatus::waitingForPermission);
+}
+
+TEST(AppStatus, TrustedWithoutTapCouldNotActivate) {
+    EXPECT_EQ(appStatusFor({.isEnabled = true, .hasAccessibility = true, .tapActive = false, .automationDenied = true}),
+              AppStatus::couldNotActivate);
+}
+
+TEST(AppStatus, TapRunningButAutomationRefusedIsAutomationDenied) {
+    EXPECT_EQ(appStatusFor({.isEnabled = true, .hasAccessibility = true, .tapActive = true, .automationDenied = true}),
+              AppStatus::automationDenied);
+}
+
+TEST(AppStatus, AutomationAllowedAgainReturnsToActive) {
+    AppStatusFacts facts{.isEnabled = true, .hasAccessibility = true, .tapActive = true, .automationDenied = true};
+    ASSERT_EQ(appStatusFor(facts), AppStatus::automationDenied);
+    facts.automationDenied = false;
+    EXPECT_EQ(appStatusFor(facts), AppStatus::active);
+}
+
+TEST(AppStatus, CasesAreOrderedByPrecedence) {
+    EXPECT_LT(AppStatus::paused, AppStatus::waitingForPermission);
+    EXPECT_LT(AppStatus::waitingForPermission, AppStatus::couldNotActivate);
+    EXPECT_LT(AppStatus::couldNotActivate, AppStatus::automationDenied);
+    EXPECT_LT(AppStatus::automationDenied, AppStatus::active);
+}
+
+TEST(AppStatus, HeaderTextsAreExact) {
+    EXPECT_EQ(headerText(AppStatus::paused), "Paused \xC2\xB7 keys follow the macOS default");
+    EXPECT_EQ(headerText(AppStatus::waitingForPermission), "Waiting for permission");
+    EXPECT_EQ(headerText(AppStatus::couldNotActivate), "Could not activate");
+    EXPECT_EQ(headerText(AppStatus::automationDenied), "Not allowed to control Music");
+    // U+00B7, U+23EE, U+23EF, U+23ED and U+2192 spelled out as UTF-8 bytes.
+    EXPECT_EQ(headerText(AppStatus::active),
+              "Active \xC2\xB7 \xE2\x8F\xAE \xE2\x8F\xAF \xE2\x8F\xAD \xE2\x86\x92 Music only");
+}
+
+TEST(AppStatus, HeaderColorsAreGreyOrangeAndGreen) {
+    EXPECT_EQ(headerColor(AppStatus::paused), StatusColor::systemGray);
+    EXPECT_EQ(headerColor(AppStatus::waitingForPermission), StatusColor::systemOrange);
+    EXPECT_EQ(headerColor(AppStatus::couldNotActivate), StatusColor::systemOrange);
+    EXPECT_EQ(headerColor(AppStatus::automationDenied), StatusColor::systemOrange);
+    EXPECT_EQ(headerColor(AppStatus::active), StatusColor::systemGreen);
+}
+
+TEST(MenuBarSymbol, PausedShowsPlaySlashWhateverIsPlaying) {
+    EXPECT_EQ(menuBarSymbol(AppStatus::paused, std::nullopt), "play.slash.fill");
+    EXPECT_EQ(menuBarSymbol(AppStatus::paused, true), "play.slash.fill");
+}
+
+TEST(MenuBarSymbol, ProblemStatusesShowTheWarningTriangle) {
+    for (AppStatus status : {AppStatus::waitingForPermission, AppStatus::couldNotActivate, AppStatus::automationDenied}) {
+        EXPECT_EQ(menuBarSymbol(status, std::nullopt), "exclamationmark.triangle.fill");
+        EXPECT_EQ(menuBarSymbol(status, true), "exclamationmark.triangle.fill");
+        EXPECT_EQ(menuBarSymbol(status, false), "exclamationmark.triangle.fill");
+    }
+}
+
+TEST(MenuBarSymbol, ActiveWithNoTrackShowsPlayPause) {
+    EXPECT_EQ(menuBarSymbol(AppStatus::active, std::nullopt), "playpause.fill");
+}
+
+TEST(MenuBarSymbol, ActiveWithPlayingTrackShowsPlay) { EXPECT_EQ(menuBarSymbol(AppStatus::active, true), "play.fill"); }
+
+TEST(MenuBarSymbol, ActiveWithPausedTrackShowsPause) {
+    EXPECT_EQ(menuBarSymbol(AppStatus::active, false), "pause.fill");
+}
+
+using PermissionCheck::needsTapUpdate;
+
+TEST(PermissionCheck, GrantSinceLastLookNeedsUpdate) {
+    EXPECT_TRUE(needsTapUpdate({.trusted = true, .hadAccess = false, .isEnabled = false, .tapActive = false}));
+}
+
+TEST(PermissionCheck, WithdrawalSinceLastLookNeedsUpdate) {
+    EXPECT_TRUE(needsTapUpdate({.trusted = false, .hadAccess = true, .isEnabled = true, .tapActive = true}));
+}
+
+TEST(PermissionCheck, TrustedEnabledWithoutTapNeedsAnotherTry) {
+    EXPECT_TRUE(needsTapUpdate({.trusted = true, .hadAccess = true, .isEnabled = true, .tapActive = false}));
+}
+
+TEST(PermissionCheck, TrustUnchangedAndTapRunningNeedsNothing) {
+    EXPECT_FALSE(needsTapUpdate({.trusted = true, .hadAccess = true, .isEnabled = true, .tapActive = true}));
+}
+
+TEST(PermissionCheck, TrustedButDisabledWithoutTapNeedsNothing) {
+    EXPECT_FALSE(needsTapUpdate({.trusted = true, .hadAccess = true, .isEnabled = false, .tapActive = false}));
+}
+
+TEST(PermissionCheck, StillUntrustedNeedsNothing) {
+    EXPECT_FALSE(needsTapUpdate({.trusted = false, .hadAccess = false, .isEnabled = true, .tapActive = false}));
+}
+
+}  // namespace
+}  // namespace tolvane
