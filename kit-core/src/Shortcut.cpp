@@ -68,7 +68,9 @@ std::string Shortcut::keyName(std::uint32_t keyCode) {
     if (found != sortedKeyNames.end() && found->keyCode == keyCode) {
         return std::string(found->name);
     }
-    return "#" + std::to_string(keyCode);
+    std::string name = std::to_string(keyCode);
+    name.insert(name.begin(), '#');
+    return name;
 }
 
 std::vector<std::string> Shortcut::symbols() const {

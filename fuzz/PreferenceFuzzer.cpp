@@ -1,0 +1,352 @@
+// Reads an arbitrary stored property-list value as every preference type the
+// apps use, through the store and through the conversion alone.
+//
+// Input layout:
+//   byte        low bit set: the value is stored under the key; clear: the
+//               key is absent (only the neighbour is stored)
+//   string      the key: a length byte (at most 32) and the bytes
+//   value       the stored value (layout in PropertyListFuzzing.h)
+//   string      a neighbour's key, then its value, stored too (unless its key
+//               is the key itself, which keeps the first value)
+//   then        the defaults, one per type in the order of the checks below
+//
+// For each type: the reading follows the rule restated here; reading never
+// writes; a failed reading yields the default; a value read and written back
+// reads back the same (doubles compared by bit pattern, so a NaN counts).
+
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "FuzzInput.h"
+#include "OrvikKitCore/Preferences.h"
+#include "OrvikKitCore/PropertyListValue.h"
+#include "OrvikKitCore/Shortcut.h"
+#include "PropertyListFuzzing.h"
+#include "TolvaneCore/KeyRouting.h"
+
+namespace {
+
+using orvik::PropertyListValue;
+using orvik::Shortcut;
+using tolvane::ClosedBehavior;
+using tolvane::fuzz::FuzzInput;
+using tolvane::fuzz::require;
+using tolvane::fuzz::sameBits;
+using tolvane::fuzz::sameValue;
+using Values = orvik::InMemoryPreferenceStore::Values;
+
+// --- Sameness of preference values (NaN equal to itself) --------------------
+
+template <class Value>
+bool same(const Value& lhs, const Value& rhs);
+bool same(double lhs, double rhs);
+template <class Value>
+bool same(const std::optional<Value>& lhs, const std::optional<Value>& rhs);
+template <class Value>
+bool same(const std::map<std::string, Value>& lhs, const std::map<std::string, Value>& rhs);
+
+template <class Value>
+bool same(const Value& lhs, const Value& rhs) {
+    return lhs == rhs;
+}
+
+bool same(double lhs, double rhs) { return sameBits(lhs, rhs); }
+
+template <class Value>
+bool same(const std::optional<Value>& lhs, const std::optional<Value>& rhs) {
+    return lhs.has_value() == rhs.has_value() && (!lhs || same(*lhs, *rhs));
+}
+
+template <class Value>
+bool same(const std::map<std::string, Value>& lhs, const std::map<std::string, Value>& rhs) {
+    if (lhs.size() != rhs.size()) {
+        return false;
+    }
+    for (auto l = lhs.begin(), r = rhs.begin(); l != lhs.end(); ++l, ++r) {
+        if (l->first != r->first || !same(l->second, r->second)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool sameValues(const Values& lhs, const Values& rhs) {
+    if (lhs.size() != rhs.size()) {
+        return false;
+    }
+    for (auto l = lhs.begin(), r = rhs.begin(); l != lhs.end(); ++l, ++r) {
+        if (l->first != r->first || !sameValue(l->second, r->second)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// --- The readings, restated ----------------------------------------------------
+//
+// Numbers bridge when the value is held exactly: 0 and 1 (as integers or
+// doubles) are booleans, integral doubles in the signed 64-bit range are
+// integers, integers whose significant bits fit a double's 53 are doubles, and
+// a boolean is the number 0 or 1. Strings and data read only as themselves.
+
+std::optional<bool> expectedBoolean(const PropertyListValue& stored) {
+    if (const bool* boolean = stored.boolean()) {
+        return *boolean;
+    }
+    if (const std::int64_t* integer = stored.integer()) {
+        if (*integer == 0 || *integer == 1) {
+            return *integer == 1;
+        }
+    }
+    if (const double* real = stored.real()) {
+        if (*real == 0.0 || *real == 1.0) {
+            return *real == 1.0;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::int64_t> expectedInteger(const PropertyListValue& stored) {
+    if (const std::int64_t* integer = stored.integer()) {
+        return *integer;
+    }
+    if (const bool* boolean = stored.boolean()) {
+        return *boolean ? 1 : 0;
+    }
+    if (const double* real = stored.real()) {
+        if (std::isfinite(*real) && std::floor(*real) == *real && *real >= -0x1p63 && *real < 0x1p63) {
+            return static_cast<std::int64_t>(*real);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<double> expectedReal(const PropertyListValue& stored) {
+    if (const double* real = stored.real()) {
+        return *real;
+    }
+    if (const bool* boolean = stored.boolean()) {
+        return *boolean ? 1.0 : 0.0;
+    }
+    if (const std::int64_t* integer = stored.integer()) {
+        // Two's complement negation in unsigned arithmetic, so that the lowest
+        // value has a magnitude too (2^63, which a double holds).
+        const auto bits = static_cast<std::uint64_t>(*integer);
+        const std::uint64_t magnitude = *integer < 0 ? std::uint64_t{0} - bits : bits;
+        const bool fits = magnitude == 0 || (magnitude >> std::countr_zero(magnitude)) < (std::uint64_t{1} << 53);
+        if (fits) {
+            return static_cast<double>(*integer);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> expectedString(const PropertyListValue& stored) {
+    if (const std::string* string = stored.string()) {
+        return *string;
+    }
+    return std::nullopt;
+}
+
+std::optional<PropertyListValue::Data> expectedData(const PropertyListValue& stored) {
+    if (const PropertyListValue::Data* data = stored.data()) {
+        return *data;
+    }
+    return std::nullopt;
+}
+
+// An optional reads as its wrapped type, and fails when that fails.
+template <class Value>
+std::optional<std::optional<Value>> wrapped(const std::optional<Value>& reading) {
+    if (!reading) {
+        return std::nullopt;
+    }
+    return std::optional<std::optional<Value>>(std::in_place, *reading);
+}
+
+// A dictionary reads as a map of the entries that read; anything else fails.
+template <class Element, class Reading>
+std::optional<std::map<std::string, Element>> expectedMap(const PropertyListValue& stored, Reading reading) {
+    const PropertyListValue::Dictionary* dictionary = stored.dictionary();
+    if (dictionary == nullptr) {
+        return std::nullopt;
+    }
+    std::map<std::string, Element> map;
+    for (const auto& [key, element] : *dictionary) {
+        if (auto read = reading(element)) {
+            map.emplace(key, *read);
+        }
+    }
+    return map;
+}
+
+// A behaviour is stored as the string of its case name, compared exactly.
+std::optional<ClosedBehavior> expectedClosedBehavior(const PropertyListValue& stored) {
+    const std::optional<std::string> raw = expectedString(stored);
+    if (raw == "launchMusic") {
+        return ClosedBehavior::launchMusic;
+    }
+    if (raw == "ignore") {
+        return ClosedBehavior::ignore;
+    }
+    if (raw == "system") {
+        return ClosedBehavior::system;
+    }
+    return std::nullopt;
+}
+
+// A shortcut is a dictionary whose "keyCode" and "modifiers" read as integers
+// from 0 to 2^32 - 1.
+std::optional<Shortcut> expectedShortcut(const PropertyListValue& stored) {
+    const PropertyListValue::Dictionary* dictionary = stored.dictionary();
+    if (dictionary == nullptr) {
+        return std::nullopt;
+    }
+    const auto field = [dictionary](std::string_view name) -> std::optional<std::uint32_t> {
+        const auto found = dictionary->find(name);
+        if (found == dictionary->end()) {
+            return std::nullopt;
+        }
+        const std::optional<std::int64_t> integer = expectedInteger(found->second);
+        if (!integer || *integer < 0 || *integer > 4294967295) {
+            return std::nullopt;
+        }
+        return static_cast<std::uint32_t>(*integer);
+    };
+    const auto keyCode = field("keyCode");
+    const auto modifiers = field("modifiers");
+    if (!keyCode || !modifiers) {
+        return std::nullopt;
+    }
+    return Shortcut{.keyCode = *keyCode, .modifiers = *modifiers};
+}
+
+// --- The checks -----------------------------------------------------------------
+
+// Checks one preference type against the stored values, given the rule's
+// reading of the value under `key` (nothing when absent or unreadable).
+template <class Value>
+void checkPreference(const Values& values, const std::string& key, const Value& defaultValue,
+                     const std::optional<Value>& expected) {
+    const auto found = values.find(key);
+    const std::optional<Value> converted =
+        found != values.end() ? orvik::fromPropertyListValue<Value>(found->second) : std::nullopt;
+    require(same(converted, expected), "the conversion reads a value as the rule does");
+
+    orvik::InMemoryPreferenceStore store(values);
+    const orvik::Preference<Value> preference{key, defaultValue};
+    const Value read = store.read(preference);
+    require(sameValues(store.values(), values), "reading never writes");
+    require(same(read, expected ? *expected : defaultValue), "a read yields the stored value, else the default");
+    if (!expected) {
+        return;
+    }
+
+    const std::optional<PropertyListValue> form = orvik::propertyListValue(read);
+    require(form.has_value(), "a value read from the store has a stored form");
+    const std::optional<Value> convertedBack = orvik::fromPropertyListValue<Value>(*form);
+    require(convertedBack.has_value() && same(*convertedBack, read), "a stored form converts back to its value");
+
+    store.write(preference, read);
+    for (const auto& [storedKey, storedValue] : values) {
+        if (storedKey != key) {
+            const auto kept = store.values().find(storedKey);
+            require(kept != store.values().end() && sameValue(kept->second, storedValue),
+                    "writing one key leaves the others alone");
+        }
+    }
+    const auto written = store.values().find(key);
+    require(written != store.values().end() && sameValue(written->second, *form), "a write stores the value's form");
+    require(store.values().size() == values.size(), "a write back adds no key");
+
+    const Value reread = store.read(preference);
+    require(same(reread, read), "a value read, written back and read again is unchanged");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzInput input(data, size);
+
+    const bool storesKey = input.boolean();
+    const std::string key = input.string(32);
+    const PropertyListValue value = tolvane::fuzz::propertyListValue(input);
+    const std::string neighbourKey = input.string(32);
+    const PropertyListValue neighbour = tolvane::fuzz::propertyListValue(input);
+
+    // Deep equality holds for a copy unless a NaN sits somewhere inside.
+    const PropertyListValue copy = value;
+    require((copy == value) == !tolvane::fuzz::holdsNaN(value), "a value equals its copy unless it holds a NaN");
+
+    Values values;
+    if (storesKey) {
+        values.emplace(key, value);
+    }
+    values.emplace(neighbourKey, neighbour);
+
+    const auto stored = values.find(key);
+    const PropertyListValue* storedValue = stored != values.end() ? &stored->second : nullptr;
+    // The rule's reading of the value under the key; nothing when absent.
+    const auto expect = [storedValue](auto reading) -> decltype(reading(*storedValue)) {
+        if (storedValue == nullptr) {
+            return std::nullopt;
+        }
+        return reading(*storedValue);
+    };
+
+    checkPreference<bool>(values, key, input.boolean(), expect(expectedBoolean));
+    checkPreference<std::int64_t>(values, key, input.signedInteger<std::int64_t>(), expect(expectedInteger));
+    checkPreference<double>(values, key, input.real(), expect(expectedReal));
+    checkPreference<std::string>(values, key, input.string(12), expect(expectedString));
+    checkPreference<PropertyListValue::Data>(values, key, input.data(12), expect(expectedData));
+
+    std::optional<std::string> defaultString;
+    if (input.boolean()) {
+        defaultString = input.string(12);
+    }
+    checkPreference<std::optional<std::string>>(
+        values, key, defaultString, expect([](const PropertyListValue& v) { return wrapped(expectedString(v)); }));
+
+    std::optional<double> defaultReal;
+    if (input.boolean()) {
+        defaultReal = input.real();
+    }
+    checkPreference<std::optional<double>>(values, key, defaultReal,
+                                           expect([](const PropertyListValue& v) { return wrapped(expectedReal(v)); }));
+
+    std::map<std::string, std::int64_t> defaultIntegers;
+    if (input.boolean()) {
+        std::string entryKey = input.string(12);
+        defaultIntegers.emplace(std::move(entryKey), input.signedInteger<std::int64_t>());
+    }
+    checkPreference<std::map<std::string, std::int64_t>>(
+        values, key, defaultIntegers,
+        expect([](const PropertyListValue& v) { return expectedMap<std::int64_t>(v, expectedInteger); }));
+
+    std::map<std::string, std::optional<bool>> defaultFlags;
+    if (input.boolean()) {
+        std::string entryKey = input.string(12);
+        defaultFlags.emplace(std::move(entryKey), input.boolean());
+    }
+    checkPreference<std::map<std::string, std::optional<bool>>>(
+        values, key, defaultFlags, expect([](const PropertyListValue& v) {
+            return expectedMap<std::optional<bool>>(
+                v, [](const PropertyListValue& element) { return wrapped(expectedBoolean(element)); });
+        }));
+
+    checkPreference<ClosedBehavior>(values, key, input.pick(tolvane::allClosedBehaviors),
+                                    expect(expectedClosedBehavior));
+
+    const auto defaultKeyCode = input.unsignedInteger<std::uint32_t>();
+    const auto defaultModifiers = input.unsignedInteger<std::uint32_t>();
+    checkPreference<Shortcut>(values, key, Shortcut{.keyCode = defaultKeyCode, .modifiers = defaultModifiers},
+                              expect(expectedShortcut));
+    return 0;
+}
