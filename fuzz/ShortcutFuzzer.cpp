@@ -24,12 +24,14 @@
 #include "OrvikKitCore/PropertyListValue.h"
 #include "OrvikKitCore/Shortcut.h"
 #include "PropertyListFuzzing.h"
+#include "ReadingRules.h"
 
 namespace {
 
 using orvik::PropertyListValue;
 using orvik::Shortcut;
 using tolvane::fuzz::FuzzInput;
+using tolvane::fuzz::expectedShortcut;
 using tolvane::fuzz::require;
 
 // The name of a key: its entry in the table, or "#" and the decimal code.
@@ -86,32 +88,6 @@ void checkShortcut(const Shortcut& shortcut) {
                 *modifiersEntry->second.integer() == std::int64_t{shortcut.modifiers},
             "the stored modifiers are the integer mask");
     require(Shortcut::fromPropertyListValue(*form) == shortcut, "a shortcut reads back from its stored form");
-}
-
-// A stored dictionary reads when both fields read as integers in the uint32
-// range.
-std::optional<Shortcut> expectedShortcut(const PropertyListValue& stored) {
-    const PropertyListValue::Dictionary* dictionary = stored.dictionary();
-    if (dictionary == nullptr) {
-        return std::nullopt;
-    }
-    const auto field = [dictionary](std::string_view name) -> std::optional<std::uint32_t> {
-        const auto found = dictionary->find(name);
-        if (found == dictionary->end()) {
-            return std::nullopt;
-        }
-        const std::optional<std::int64_t> integer = orvik::fromPropertyListValue<std::int64_t>(found->second);
-        if (!integer || *integer < 0 || *integer > 4294967295) {
-            return std::nullopt;
-        }
-        return static_cast<std::uint32_t>(*integer);
-    };
-    const std::optional<std::uint32_t> keyCode = field("keyCode");
-    const std::optional<std::uint32_t> modifiers = field("modifiers");
-    if (!keyCode || !modifiers) {
-        return std::nullopt;
-    }
-    return Shortcut{.keyCode = *keyCode, .modifiers = *modifiers};
 }
 
 }  // namespace
