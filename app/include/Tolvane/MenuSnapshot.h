@@ -1,0 +1,41 @@
+// The fixed sample data the menu is rendered with in snapshot mode: a
+// made-up track, its gradient artwork (drawn by the platform from the
+// description here), and a preview state with the sample applied.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "Tolvane/AppState.h"
+#include "Tolvane/Track.h"
+
+namespace tolvane::MenuSnapshot {
+
+inline constexpr std::string_view sampleTitle = "Manh\u00E3 de N\u00E9voa";
+inline constexpr std::string_view sampleArtist = "Lia Moreno & Davi Sato";
+inline constexpr std::int64_t sampleKeysForwarded = 12;
+
+struct RGBA {
+    double red, green, blue, alpha;
+};
+
+// An 88 × 88 point image filled with a linear gradient between two sRGB
+// colours, drawn across the whole image at an angle of -60 degrees.
+struct SampleArtwork {
+    double sizeInPoints = 88;
+    RGBA from{0.29, 0.33, 0.85, 1.0};
+    RGBA to{0.85, 0.31, 0.62, 1.0};
+    double angleInDegrees = -60;
+};
+
+TrackSummary sampleSummary();
+
+// A preview state over an empty in-memory store (so every setting has its
+// default), with the sample track (playing, with `artwork`) applied,
+// Accessibility granted and 12 keys forwarded. Its update reminder is a
+// preview that is not due. Calls nothing of `services`.
+std::shared_ptr<AppState> sampleState(AppServices services, std::optional<ArtworkImage> artwork);
+
+}  // namespace tolvane::MenuSnapshot

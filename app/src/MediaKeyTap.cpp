@@ -1,0 +1,59 @@
+#include "Tolvane/MediaKeyTap.h"
+
+namespace tolvane {
+
+MediaKeyTap::MediaKeyTap(orvik::MainThread& mainThread, std::shared_ptr<EventTapSystem> system)
+    : mainThread_(mainThread), system_(std::move(system)) {}
+
+bool MediaKeyTap::start() {
+    orvik::assertOnMainThread(mainThread_);
+    if (tap_) {
+        return true;
+    }
+    const std::optional<EventTapSystem::Handle> tap = system_->createTap(this);
+    if (!tap) {
+        return false;
+    }
+    system_->addToMainRunLoop(*tap);
+    system_->enable(*tap, true);
+    tap_ = tap;
+    return true;
+}
+
+void MediaKeyTap::stop() {
+    orvik::assertOnMainThread(mainThread_);
+    if (tap_) {
+        system_->enable(*tap_, false);
+        system_->invalidate(*tap_);
+        system_->removeFromMainRunLoop(*tap_);
+        tap_.reset();
+    }
+    gate_.reset();
+}
+
+bool MediaKeyTap::reviveIfDisabled() {
+    orvik::assertOnMainThread(mainThread_);
+    if (!tap_ || system_->isEnabled(*tap_)) {
+        return false;
+    }
+    system_->enable(*tap_, true);
+    return true;
+}
+
+void MediaKeyTap::reenableAfterSystemDisabled() {
+    orvik::assertOnMainThread(mainThread_);
+    if (tap_) {
+        system_->enable(*tap_, true);
+    }
+}
+
+bool MediaKeyTap::decideMediaKey(const SystemDefinedFields& fields) {
+    const std::optional<MediaKeyEvent> event = MediaKeyEvent::fromSystemEvent(fields.subtype, fields.data1);
+    if (!event) {
+        return false;
+    }
+    orvik::assertOnMainThread(mainThread_);
+    return gate_.shouldSwallow(*event, onKey);
+}
+
+}  // namespace tolvane

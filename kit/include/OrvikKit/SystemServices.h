@@ -1,0 +1,104 @@
+// The system services a menu-bar utility needs, as small interfaces owned by
+// the portable code. Their macOS implementations are thin adapters over the
+// kit's service wrappers (AccessibilityAccess, LoginItem, SystemSettings,
+// AppInfo, MemoryFootprint); tests use fakes.
+//
+// Everything here is called on the main thread, except Logger, which any
+// thread may use.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace orvik {
+
+// Error-level lines of the unified log, under one category.
+class Logger {
+public:
+    virtual ~Logger() = default;
+    virtual void error(std::string_view message) = 0;
+};
+
+// The app's version and its loggers (the main bundle's short version string,
+// or "dev" when it has none).
+class AppInfoSource {
+public:
+    virtual ~AppInfoSource() = default;
+    virtual std::string version() const = 0;
+    virtual std::shared_ptr<Logger> logger(std::string_view category) = 0;
+};
+
+// The accessibility trust that an event tap needs.
+class AccessibilityTrust {
+public:
+    virtual ~AccessibilityTrust() = default;
+    // Asked afresh, never prompts.
+    virtual bool isTrusted() = 0;
+    // The same question, with the system's prompt offered when not trusted.
+    // The prompt is asynchronous: the answer is the trust right now.
+    virtual bool requestIfNeeded() = 0;
+};
+
+// Opening the app at login.
+class LoginItemService {
+public:
+    virtual ~LoginItemService() = default;
+    // True exactly when the app is registered and enabled (not when it
+    // still needs the user's approval).
+    virtual bool isEnabled() = 0;
+    // Registers or unregisters, logs a failure, and answers the state read
+    // afterwards.
+    virtual bool setEnabled(bool enabled) = 0;
+};
+
+// Opening a URL through the workspace.
+class URLOpener {
+public:
+    virtual ~URLOpener() = default;
+    // Answers whether the workspace reported success. A string that does not
+    // parse as a URL fails.
+    virtual bool open(std::string_view url) = 0;
+};
+
+// Which applications run, by bundle identifier.
+class RunningApplications {
+public:
+    virtual ~RunningApplications() = default;
+    // Asked of the system at the moment of the call. Main thread only.
+    virtual bool isRunning(std::string_view bundleIdentifier) const = 0;
+};
+
+namespace SystemSettings {
+
+enum class Pane : std::uint8_t { accessibility, automation, screenRecording, keyboardShortcuts };
+
+// The URLs that open a pane, in the order to try them. The keyboard pane has
+// two because newer System Settings answers only the first and older System
+// Preferences only the second.
+std::span<const std::string_view> candidateURLs(Pane pane) noexcept;
+
+// Tries the pane's URLs in order and stops at the first that opens. Answers
+// whether one did; when none does, nothing else happens.
+bool open(Pane pane, URLOpener& opener);
+
+}  // namespace SystemSettings
+
+namespace MemoryFootprint {
+
+struct Reading {
+    std::uint64_t current = 0;  // physical footprint now, in bytes
+    std::uint64_t peak = 0;     // highest physical footprint of the process's life, in bytes
+
+    double currentMB() const noexcept { return static_cast<double>(current) / 1048576.0; }
+    double peakMB() const noexcept { return static_cast<double>(peak) / 1048576.0; }
+
+    friend bool operator==(const Reading&, const Reading&) = default;
+};
+
+}  // namespace MemoryFootprint
+
+}  // namespace orvik

@@ -1,0 +1,82 @@
+#include "OrvikKit/MenuBarController.h"
+
+#include <cassert>
+#include <optional>
+#include <utility>
+
+namespace orvik {
+
+MenuBarController::MenuBarController(std::shared_ptr<StatusItem> statusItem, std::shared_ptr<MainThread> mainThread,
+                                     std::string title, std::function<std::string()> symbol)
+    : statusItem_(std::move(statusItem)),
+      mainThread_(std::move(mainThread)),
+      title_(std::move(title)),
+      symbol_(std::move(symbol)) {}
+
+std::shared_ptr<MenuBarController> MenuBarController::create(std::shared_ptr<StatusItem> statusItem,
+                                                             std::shared_ptr<MainThread> mainThread,
+                                                             std::string title, ChangeSignal& changes,
+                                                             std::function<std::string()> symbol) {
+    assert(statusItem != nullptr && mainThread != nullptr && symbol);
+    assertOnMainThread(*mainThread);
+    std::shared_ptr<MenuBarController> controller(
+        new MenuBarController(std::move(statusItem), std::move(mainThread), std::move(title), std::move(symbol)));
+    controller->updateIcon();
+    // The signal comes before the new value is stored: redraw in a later
+    // task, when the symbol reads the new state.
+    controller->changesSubscription_ =
+        changes.subscribe([weak = controller->weak_from_this(), mainThread = controller->mainThread_.get()] {
+            mainThread->post([weak] {
+                if (const auto alive = weak.lock()) alive->updateIcon();
+            });
+        });
+    return controller;
+}
+
+void MenuBarController::showUpdateBadge(Published<bool>& updateReminderDue) {
+    // Shared, not captured by value: the flag calls a copy of the handler.
+    auto last = std::make_shared<std::optional<bool>>();
+    badgeSubscription_ =
+        updateReminderDue.subscribe([weak = weak_from_this(), mainThread = mainThread_.get(), last](const bool& due) {
+            if (*last == due) return;
+            *last = due;
+            mainThread->post([weak, due] {
+                if (const auto alive = weak.lock()) {
+                    alive->showsBadge_ = due;
+                    alive->updateIcon();
+                }
+            });
+        });
+}
+
+void MenuBarController::toggle() {
+    assertOnMainThread(*mainThread_);
+    if (statusItem_->isPopoverShown()) {
+        statusItem_->closePopover();
+    } else {
+        open();
+    }
+}
+
+void MenuBarController::open() {
+    assertOnMainThread(*mainThread_);
+    if (!statusItem_->hasButton() || statusItem_->isPopoverShown()) return;
+    statusItem_->activateApplication();
+    statusItem_->showPopover();
+    statusItem_->makePopoverKey();
+}
+
+void MenuBarController::close() {
+    assertOnMainThread(*mainThread_);
+    if (statusItem_->isPopoverShown()) statusItem_->closePopover();
+}
+
+void MenuBarController::updateIcon() {
+    if (!statusItem_->hasButton()) return;
+    // An unknown symbol is refused by the status item, which keeps the
+    // image it has.
+    statusItem_->setImage(StatusItemImage{
+        .symbolName = symbol_(), .accessibilityDescription = title_, .isTemplate = true, .badged = showsBadge_});
+}
+
+}  // namespace orvik

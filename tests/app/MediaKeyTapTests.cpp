@@ -1,0 +1,193 @@
+#include "Tolvane/MediaKeyTap.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+#include "TestSupport/FakeEventTapSystem.h"
+#include "TestSupport/ManualMainThread.h"
+
+namespace tolvane {
+namespace {
+
+using testsupport::FakeEventTapSystem;
+using testsupport::mediaKeyData1;
+using testsupport::nextKey;
+using testsupport::playKey;
+using Strings = std::vector<std::string>;
+
+class MediaKeyTapTest : public testing::Test {
+protected:
+    testsupport::ManualMainThread mainThread;
+    std::shared_ptr<FakeEventTapSystem> system = std::make_shared<FakeEventTapSystem>();
+    MediaKeyTap tap{mainThread, system};
+    std::vector<MediaKey> asked;
+
+    void takeEveryKey() {
+        tap.onKey = [this](MediaKey key) {
+            asked.push_back(key);
+            return true;
+        };
+    }
+};
+
+TEST_F(MediaKeyTapTest, StartCreatesAddsAndEnablesTheTap) {
+    EXPECT_TRUE(tap.start());
+    EXPECT_TRUE(tap.isRunning());
+    EXPECT_EQ(system->calls(), (Strings{"create 1", "add 1", "enable 1 on"}));
+    EXPECT_TRUE(system->liveTapIsEnabled());
+}
+
+TEST_F(MediaKeyTapTest, StartingTwiceAnswersTrueBothTimesAndCreatesOneTap) {
+    EXPECT_TRUE(tap.start());
+    EXPECT_TRUE(tap.start());
+    EXPECT_EQ(system->tapsCreated(), 1u);
+}
+
+TEST_F(MediaKeyTapTest, RefusedCreationAnswersFalseAndInstallsNothing) {
+    system->refuseCreation = true;
+    EXPECT_FALSE(tap.start());
+    EXPECT_FALSE(tap.isRunning());
+    EXPECT_EQ(system->calls(), Strings{"create refused"});
+}
+
+TEST_F(MediaKeyTapTest, StartAfterARefusalTriesAgain) {
+    system->refuseCreation = true;
+    ASSERT_FALSE(tap.start());
+    system->refuseCreation = false;
+    EXPECT_TRUE(tap.start());
+    EXPECT_TRUE(tap.isRunning());
+}
+
+TEST_F(MediaKeyTapTest, StopDisablesInvalidatesAndRemovesTheTap) {
+    ASSERT_TRUE(tap.start());
+    system->clearCalls();
+    tap.stop();
+    EXPECT_FALSE(tap.isRunning());
+    EXPECT_EQ(system->calls(), (Strings{"enable 1 off", "invalidate 1", "remove 1"}));
+    EXPECT_EQ(system->liveTap(), std::nullopt);
+}
+
+TEST_F(MediaKeyTapTest, StopBeforeAnyStartDoesNothingAndLeavesTheGateEmpty) {
+    tap.stop();
+    EXPECT_TRUE(system->calls().empty());
+    EXPECT_TRUE(tap.gate().swallowedKeyCodes().empty());
+}
+
+TEST_F(MediaKeyTapTest, PressSwallowedBeforeStopIsReleasedAfterRestartAndPasses) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    ASSERT_TRUE(system->deliverMediaKey(mediaKeyData1(playKey, true)));
+    tap.stop();
+    ASSERT_TRUE(tap.start());
+    EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(playKey, false)));
+}
+
+TEST_F(MediaKeyTapTest, WantedPressRepeatAndReleaseAreAllDroppedWithOneQuestion) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    EXPECT_TRUE(system->deliverMediaKey(mediaKeyData1(nextKey, true)));
+    EXPECT_TRUE(system->deliverMediaKey(mediaKeyData1(nextKey, true, true)));
+    EXPECT_TRUE(system->deliverMediaKey(mediaKeyData1(nextKey, false)));
+    EXPECT_EQ(asked, std::vector<MediaKey>{MediaKey::next});
+}
+
+TEST_F(MediaKeyTapTest, DefaultHandlerLetsEveryMediaKeyPass) {
+    ASSERT_TRUE(tap.start());
+    for (std::int64_t keyType = 16; keyType <= 20; ++keyType) {
+        EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(keyType, true)));
+        EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(keyType, false)));
+    }
+}
+
+TEST_F(MediaKeyTapTest, TimeoutDisableReenablesTheTapAndPassesTheEvent) {
+    ASSERT_TRUE(tap.start());
+    system->disableSilently();
+    system->clearCalls();
+    EXPECT_FALSE(system->deliver(TapEventType::disabledByTimeout, std::nullopt));
+    EXPECT_EQ(system->calls(), Strings{"enable 1 on"});
+    EXPECT_TRUE(system->liveTapIsEnabled());
+}
+
+TEST_F(MediaKeyTapTest, UserInputDisableReenablesTheTap) {
+    ASSERT_TRUE(tap.start());
+    system->disableSilently();
+    EXPECT_FALSE(system->deliver(TapEventType::disabledByUserInput, std::nullopt));
+    EXPECT_TRUE(system->liveTapIsEnabled());
+}
+
+TEST_F(MediaKeyTapTest, LateTimeoutAfterStopPassesWithoutTouchingTheSystem) {
+    ASSERT_TRUE(tap.start());
+    tap.stop();
+    system->clearCalls();
+    EXPECT_FALSE(system->deliver(TapEventType::disabledByTimeout, std::nullopt));
+    EXPECT_TRUE(system->calls().empty());
+}
+
+TEST_F(MediaKeyTapTest, SystemDefinedEventOfAnotherSubtypePasses) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    EXPECT_FALSE(system->deliver(TapEventType::systemDefined, SystemDefinedFields{7, mediaKeyData1(playKey, true)}));
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(MediaKeyTapTest, VolumeKeyOfTheMediaSubtypePasses) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(0, true)));   // sound up
+    EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(7, true)));   // mute
+    EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(21, true)));  // just past rewind
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(MediaKeyTapTest, UnreadableSystemDefinedEventPasses) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    EXPECT_FALSE(system->deliver(TapEventType::systemDefined, std::nullopt));
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(MediaKeyTapTest, OtherEventTypesPassWithoutBeingRead) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    bool read = false;
+    EXPECT_FALSE(tap.dropsEvent(10u, [&] {
+        read = true;
+        return std::optional<SystemDefinedFields>(SystemDefinedFields{8, mediaKeyData1(playKey, true)});
+    }));
+    EXPECT_FALSE(read);
+}
+
+TEST_F(MediaKeyTapTest, NullUserDataLetsTheEventPass) {
+    EXPECT_FALSE(MediaKeyTap::dropsEvent(nullptr, TapEventType::systemDefined, [] {
+        return std::optional<SystemDefinedFields>(SystemDefinedFields{8, mediaKeyData1(playKey, true)});
+    }));
+}
+
+TEST_F(MediaKeyTapTest, SilentlyDisabledTapIsRevived) {
+    ASSERT_TRUE(tap.start());
+    EXPECT_FALSE(tap.reviveIfDisabled());
+    system->disableSilently();
+    EXPECT_TRUE(tap.reviveIfDisabled());
+    EXPECT_TRUE(system->liveTapIsEnabled());
+}
+
+TEST_F(MediaKeyTapTest, ReviveWithoutATapDoesNothing) {
+    EXPECT_FALSE(tap.reviveIfDisabled());
+    EXPECT_TRUE(system->calls().empty());
+}
+
+TEST_F(MediaKeyTapTest, CallbackOffTheMainThreadStopsTheProcess) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    EXPECT_DEATH(
+        {
+            std::thread other([&] { system->deliverMediaKey(mediaKeyData1(playKey, true)); });
+            other.join();
+        },
+        "main-thread work was called from another thread");
+}
+
+}  // namespace
+}  // namespace tolvane

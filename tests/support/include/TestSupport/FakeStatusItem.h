@@ -1,0 +1,55 @@
+// A status item with its button and popover, as a test drives it: it knows a
+// set of symbol names (every name unless told otherwise), keeps the image
+// last set and records every call in order.
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "OrvikKit/MenuBarController.h"
+
+namespace testsupport {
+
+class FakeStatusItem final : public orvik::StatusItem {
+public:
+    bool hasButton() const override { return buttonExists; }
+
+    bool setImage(const orvik::StatusItemImage& image) override {
+        calls.push_back("setImage " + image.symbolName);
+        if (!buttonExists) return false;
+        if (knownSymbols && !knownSymbols->contains(image.symbolName)) return false;
+        this->image = image;
+        imagesSet.push_back(image);
+        return true;
+    }
+
+    bool isPopoverShown() const override { return popoverShown; }
+    void activateApplication() override { calls.emplace_back("activate"); }
+    void showPopover() override {
+        calls.emplace_back("show");
+        popoverShown = true;
+    }
+    void makePopoverKey() override {
+        calls.emplace_back("makeKey");
+        popoverIsKey = popoverShown;
+    }
+    void closePopover() override {
+        calls.emplace_back("close");
+        popoverShown = false;
+        popoverIsKey = false;
+    }
+
+    bool buttonExists = true;
+    // The symbols the platform has; nothing: every name.
+    std::optional<std::set<std::string>> knownSymbols;
+
+    std::optional<orvik::StatusItemImage> image;     // what the button shows
+    std::vector<orvik::StatusItemImage> imagesSet;   // every image put on the button
+    bool popoverShown = false;
+    bool popoverIsKey = false;
+    std::vector<std::string> calls;  // every call, in order
+};
+
+}  // namespace testsupport
