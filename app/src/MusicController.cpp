@@ -1,7 +1,6 @@
 #include "Tolvane/MusicController.h"
 
 #include <cassert>
-#include <cstdio>
 #include <deque>
 #include <string>
 #include <utility>
@@ -103,16 +102,13 @@ void MusicController::currentTrack(std::function<void(std::optional<Track>)> com
         completion(std::nullopt);
         return;
     }
-    std::fprintf(stderr, "DEBUG currentTrack queued\n");
     scripting_->currentTrack([&mainThread = mainThread_, controller = std::weak_ptr<Anchor>(anchor_),
                               completion = std::move(completion)](std::optional<Track> track, Outcome outcome) mutable {
         // On the scripting queue: everything moves on to the main thread, so
         // the caller's completion is called and released there.
-        std::fprintf(stderr, "DEBUG track work ran, posting\n");
         mainThread.post([controller = std::move(controller), completion = std::move(completion),
                          track = std::move(track), outcome]() mutable {
-            std::fprintf(stderr, "DEBUG track answer on main\n");
-            if (!Anchor::report(controller, outcome)) { std::fprintf(stderr, "DEBUG controller gone\n"); return; }
+            if (!Anchor::report(controller, outcome)) return;
             completion(std::move(track));
         });
     });

@@ -12,9 +12,9 @@ constexpr std::string_view imageMarker = "IMG:";
 }  // namespace
 
 std::vector<std::uint8_t> FakeThumbnailer::imageBytes(std::string_view label) {
-    std::vector<std::uint8_t> bytes(imageMarker.begin(), imageMarker.end());
-    bytes.insert(bytes.end(), label.begin(), label.end());
-    return bytes;
+    std::string text(imageMarker);
+    text += label;
+    return std::vector<std::uint8_t>(text.begin(), text.end());
 }
 
 tolvane::ArtworkImage FakeThumbnailer::image(std::string_view label) {
