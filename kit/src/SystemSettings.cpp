@@ -34,3 +34,19 @@ bool open(Pane pane, URLOpener& opener) {
 }
 
 }  // namespace orvik::SystemSettings
+
+namespace orvik::LoginItem {
+
+std::string failureMessage(std::string_view errorDescription) {
+    return "login item change failed: " + std::string(errorDescription);
+}
+
+}  // namespace orvik::LoginItem
+
+namespace orvik::AppInfo {
+
+std::string version(const std::optional<std::string>& shortVersionString) {
+    return shortVersionString ? *shortVersionString : std::string(developmentVersion);
+}
+
+}  // namespace orvik::AppInfo

@@ -78,14 +78,27 @@ TEST(MemoryFootprintTest, AFailedReadingIsZero) {
     EXPECT_EQ(reading, (MemoryFootprint::Reading{.current = 0, .peak = 0}));
 }
 
-// --- The fakes behave as the interfaces say -------------------------------------------
-
-TEST(FakeServicesTest, LoginItemNeedingApprovalAnswersNotEnabled) {
-    FakeLoginItemService loginItem;
-    loginItem.refusesChanges = true;
-    EXPECT_FALSE(loginItem.setEnabled(true));
-    EXPECT_FALSE(loginItem.isEnabled());
+TEST(LoginItemTest, OnlyAnEnabledItemCountsAsEnabled) {
+    EXPECT_TRUE(LoginItem::countsAsEnabled(LoginItem::Status::enabled));
+    EXPECT_FALSE(LoginItem::countsAsEnabled(LoginItem::Status::notRegistered));
+    EXPECT_FALSE(LoginItem::countsAsEnabled(LoginItem::Status::notFound));
 }
+
+TEST(LoginItemTest, RegistrationNeedingApprovalIsNotEnabled) {
+    EXPECT_FALSE(LoginItem::countsAsEnabled(LoginItem::Status::requiresApproval));
+    EXPECT_EQ(static_cast<std::int64_t>(LoginItem::Status::requiresApproval), 2);
+}
+
+TEST(LoginItemTest, FailureIsLoggedWithTheErrorsDescription) {
+    EXPECT_EQ(LoginItem::failureMessage("Operation not permitted"), "login item change failed: Operation not permitted");
+}
+
+TEST(AppInfoTest, BundleWithoutShortVersionShowsDev) {
+    EXPECT_EQ(AppInfo::version(std::nullopt), "dev");
+    EXPECT_EQ(AppInfo::version(std::string("1.2")), "1.2");
+}
+
+// --- The fakes behave as the interfaces say -------------------------------------------
 
 TEST(FakeServicesTest, AccessibilityPromptIsCountedOnlyWhenNotTrusted) {
     FakeAccessibilityTrust trust;

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -86,6 +87,32 @@ std::span<const std::string_view> candidateURLs(Pane pane) noexcept;
 bool open(Pane pane, URLOpener& opener);
 
 }  // namespace SystemSettings
+
+namespace LoginItem {
+
+// The main-app login-item service's status values.
+enum class Status : std::int64_t { notRegistered = 0, enabled = 1, requiresApproval = 2, notFound = 3 };
+
+// Only an enabled item opens at login: one that still needs the user's
+// approval, is not registered or is not found does not.
+constexpr bool countsAsEnabled(Status status) noexcept { return status == Status::enabled; }
+
+// The log line of a failed registration or unregistration, for the
+// "login-item" category.
+std::string failureMessage(std::string_view errorDescription);
+
+}  // namespace LoginItem
+
+namespace AppInfo {
+
+// Shown wherever the version appears when the bundle has no short version.
+inline constexpr std::string_view developmentVersion = "dev";
+
+// The app's version from the bundle's short version string, when it has one
+// that is a string.
+std::string version(const std::optional<std::string>& shortVersionString);
+
+}  // namespace AppInfo
 
 namespace MemoryFootprint {
 
