@@ -370,7 +370,7 @@ TEST_F(AppStateTest, RefusedTapCreationIsLoggedAndShowsCouldNotActivate) {
     const auto state = world.launch();
     EXPECT_FALSE(state->tapActive());
     EXPECT_EQ(state->status(), AppStatus::couldNotActivate);
-    EXPECT_EQ(world.appInfo->loggerFor("tap")->errors(), Strings{"could not create the event tap"});
+    EXPECT_EQ(world.appInfo->loggerFor("tap")->lines(), Strings{"could not create the event tap"});
 }
 
 TEST_F(AppStateTest, PollChangesNothingWhileTrustIsUnchangedAndTheTapRuns) {

@@ -171,7 +171,7 @@ TEST_F(EndToEnd, RefusedTapIsRetriedEveryTickUntilTheSystemAllowsIt) {
     world.wait(2.0);
     const Strings refusals(4, "create refused");
     EXPECT_EQ(world.taps->calls(), refusals) << "one try at launch, then one a tick";
-    EXPECT_EQ(world.appInfo->loggerFor("tap")->errors().size(), 4u);
+    EXPECT_EQ(world.appInfo->loggerFor("tap")->lines().size(), 4u);
     world.taps->refuseCreation = false;
     world.wait(2.0);
     EXPECT_TRUE(state->tapActive());

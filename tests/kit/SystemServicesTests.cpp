@@ -120,8 +120,8 @@ TEST(FakeServicesTest, AppInfoHandsOutOneLoggerPerCategory) {
     EXPECT_NE(appInfo.logger("login-item"), tap);
 
     std::thread([&] { tap->error("could not create the event tap"); }).join();
-    EXPECT_EQ(appInfo.loggerFor("tap")->errors(), (std::vector<std::string>{"could not create the event tap"}));
-    EXPECT_TRUE(appInfo.loggerFor("login-item")->errors().empty());
+    EXPECT_EQ(appInfo.loggerFor("tap")->lines(), (std::vector<std::string>{"could not create the event tap"}));
+    EXPECT_TRUE(appInfo.loggerFor("login-item")->lines().empty());
 }
 
 }  // namespace

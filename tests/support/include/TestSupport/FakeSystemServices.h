@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "OrvikKit/SystemServices.h"
+#include "TestSupport/RecordingLogger.h"
 
 namespace testsupport {
 
@@ -84,24 +85,7 @@ public:
     std::size_t promptsShown = 0;
 };
 
-// A logger that keeps its lines; safe from any thread, like the real one.
-class FakeLogger final : public orvik::Logger {
-public:
-    void error(std::string_view message) override {
-        const std::lock_guard lock(mutex_);
-        errors_.emplace_back(message);
-    }
-    std::vector<std::string> errors() const {
-        const std::lock_guard lock(mutex_);
-        return errors_;
-    }
-
-private:
-    mutable std::mutex mutex_;
-    std::vector<std::string> errors_;
-};
-
-// The app's version and one FakeLogger per category.
+// The app's version and one RecordingLogger per category.
 class FakeAppInfoSource final : public orvik::AppInfoSource {
 public:
     explicit FakeAppInfoSource(std::string version = "1.0") : versionString(std::move(version)) {}
@@ -110,12 +94,12 @@ public:
 
     std::shared_ptr<orvik::Logger> logger(std::string_view category) override {
         auto& logger = loggers_[std::string(category)];
-        if (!logger) logger = std::make_shared<FakeLogger>();
+        if (!logger) logger = std::make_shared<RecordingLogger>();
         return logger;
     }
 
     // The logger handed out for `category`, or null when none was asked for.
-    std::shared_ptr<FakeLogger> loggerFor(std::string_view category) const {
+    std::shared_ptr<RecordingLogger> loggerFor(std::string_view category) const {
         const auto found = loggers_.find(std::string(category));
         return found == loggers_.end() ? nullptr : found->second;
     }
@@ -123,7 +107,7 @@ public:
     std::string versionString;
 
 private:
-    std::map<std::string, std::shared_ptr<FakeLogger>> loggers_;
+    std::map<std::string, std::shared_ptr<RecordingLogger>> loggers_;
 };
 
 }  // namespace testsupport
