@@ -21,24 +21,16 @@
 #include "TestSupport/FakeThumbnailer.h"
 #include "TestSupport/ManualMainThread.h"
 #include "TestSupport/ManualSerialQueue.h"
+#include "TestSupport/MusicSources.h"
 #include "TestSupport/RecordingLogger.h"
 #include "Tolvane/AppState.h"
 #include "Tolvane/MusicScripting.h"
 
 namespace testsupport {
 
-inline std::string musicSource(std::string_view body) { return tolvane::MusicScripting::fullSource(body); }
-inline std::string commandSource(tolvane::MusicCommand command) {
-    return musicSource(tolvane::MusicScripting::body(command));
-}
-inline const std::string& trackQuerySource() {
-    static const std::string source = musicSource(tolvane::MusicScripting::trackQuery);
-    return source;
-}
-inline const std::string& artworkQuerySource() {
-    static const std::string source = musicSource(tolvane::MusicScripting::artworkQuery);
-    return source;
-}
+inline std::string commandSource(tolvane::MusicCommand command) { return sources::command(command); }
+inline const std::string& trackQuerySource() { return sources::trackQuery; }
+inline const std::string& artworkQuerySource() { return sources::artworkQuery; }
 
 struct AppWorld {
     std::shared_ptr<ManualMainThread> mainThread = std::make_shared<ManualMainThread>();

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport/MusicSources.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,19 +19,17 @@
 namespace tolvane {
 namespace {
 
+// The exact sources Music receives: playpause, nextTrack, backTrack, play,
+// trackQuery, artworkQuery, and music(body) for any other body.
+using namespace testsupport::sources;
+const auto source = testsupport::sources::music;
+
 using testsupport::FakeScriptEngine;
 using testsupport::FakeThumbnailer;
 using Strings = std::vector<std::string>;
 using Reports = std::vector<bool>;
 
-std::string source(std::string_view body) { return MusicScripting::fullSource(body); }
 
-const std::string playpause = source("playpause");
-const std::string nextTrack = source("next track");
-const std::string backTrack = source("back track");
-const std::string play = source("play");
-const std::string trackQuery = source(MusicScripting::trackQuery);
-const std::string artworkQuery = source(MusicScripting::artworkQuery);
 
 class MusicControllerTest : public testing::Test {
 protected:

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport/MusicSources.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,16 +18,17 @@
 namespace tolvane {
 namespace {
 
+// The exact sources Music receives: playpause, nextTrack, backTrack, play,
+// trackQuery, artworkQuery, and music(body) for any other body.
+using namespace testsupport::sources;
+const auto source = testsupport::sources::music;
+
 using testsupport::FakeScriptEngine;
 using testsupport::FakeThumbnailer;
 using Outcome = MusicScripting::Outcome;
 using Strings = std::vector<std::string>;
 
-std::string source(std::string_view body) { return MusicScripting::fullSource(body); }
 
-const std::string playpause = source("playpause");
-const std::string trackQuery = source(MusicScripting::trackQuery);
-const std::string artworkQuery = source(MusicScripting::artworkQuery);
 
 // What a completion was handed, and whether it ran as queue work.
 struct TrackAnswer {

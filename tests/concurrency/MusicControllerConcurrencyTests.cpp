@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport/MusicSources.h"
+
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -22,19 +24,18 @@
 namespace tolvane {
 namespace {
 
+// The exact sources Music receives: playpause, nextTrack, backTrack, play,
+// trackQuery, artworkQuery, and music(body) for any other body.
+using namespace testsupport::sources;
+const auto source = testsupport::sources::music;
+
 using concurrency::patience;
 using concurrency::Tally;
 using testsupport::FakeScriptEngine;
 using testsupport::FakeThumbnailer;
 using Strings = std::vector<std::string>;
 
-std::string source(std::string_view body) { return MusicScripting::fullSource(body); }
 
-const std::string nextTrack = source("next track");
-const std::string backTrack = source("back track");
-const std::string playpause = source("playpause");
-const std::string trackQuery = source(MusicScripting::trackQuery);
-const std::string artworkQuery = source(MusicScripting::artworkQuery);
 
 class MusicControllerConcurrencyTest : public testing::Test {
 protected:
