@@ -66,6 +66,29 @@ TEST(ChangeSignal, SubscriberEndedByAnEarlierHandlerIsNotCalled) {
     EXPECT_EQ(secondCalls, 0);
 }
 
+TEST(ChangeSignal, SubscriberAddedDuringASendWaitsForTheNextSend) {
+    ChangeSignal signal;
+    int laterCalls = 0;
+    Subscription later;
+    Subscription first = signal.subscribe([&] {
+        if (!later.isActive()) later = signal.subscribe([&] { ++laterCalls; });
+    });
+    signal.send();
+    EXPECT_EQ(laterCalls, 0);
+    signal.send();
+    EXPECT_EQ(laterCalls, 1);
+}
+
+TEST(ChangeSignal, SubscribersAreCalledInTheOrderTheySubscribed) {
+    ChangeSignal signal;
+    std::vector<int> order;
+    Subscription one = signal.subscribe([&] { order.push_back(1); });
+    Subscription two = signal.subscribe([&] { order.push_back(2); });
+    Subscription three = signal.subscribe([&] { order.push_back(3); });
+    signal.send();
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+}
+
 TEST(ChangeSignal, SubscriptionOutlivingItsSignalEndsHarmlessly) {
     Subscription subscription;
     {

@@ -15,7 +15,6 @@
 #include <map>
 #include <memory>
 #include <utility>
-#include <vector>
 
 namespace orvik {
 
@@ -58,29 +57,30 @@ public:
 
     std::uint64_t add(Handler handler) {
         const std::uint64_t id = nextID_++;
-        handlers_.emplace(id, std::move(handler));
+        handlers_.emplace(id, std::make_shared<const Handler>(std::move(handler)));
         return id;
     }
     void remove(std::uint64_t id) { handlers_.erase(id); }
 
     // Calls every handler subscribed when the send began and still
-    // subscribed when its turn comes.
+    // subscribed when its turn comes. Allocates nothing: sends happen on the
+    // key path, once for every key that becomes a command.
     void send(const Args&... args) {
-        std::vector<std::uint64_t> ids;
-        ids.reserve(handlers_.size());
-        for (const auto& entry : handlers_) ids.push_back(entry.first);
-        for (std::uint64_t id : ids) {
-            const auto found = handlers_.find(id);
-            if (found == handlers_.end()) continue;
-            Handler handler = found->second;  // a copy: the handler may end itself
-            handler(args...);
+        const std::uint64_t firstLater = nextID_;  // handlers added meanwhile wait for the next send
+        for (auto entry = handlers_.begin(); entry != handlers_.end() && entry->first < firstLater;) {
+            const std::uint64_t id = entry->first;
+            // Held for the call: the handler may end its own subscription.
+            const std::shared_ptr<const Handler> handler = entry->second;
+            (*handler)(args...);
+            // Looked up afresh: the handler may have ended other subscriptions.
+            entry = handlers_.upper_bound(id);
         }
     }
 
     std::size_t count() const noexcept { return handlers_.size(); }
 
 private:
-    std::map<std::uint64_t, Handler> handlers_;
+    std::map<std::uint64_t, std::shared_ptr<const Handler>> handlers_;
     std::uint64_t nextID_ = 1;
 };
 
