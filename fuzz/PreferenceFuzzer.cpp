@@ -57,10 +57,11 @@ using Values = orvik::InMemoryPreferenceStore::Values;
 template <class Value>
 bool same(const Value& lhs, const Value& rhs);
 bool same(double lhs, double rhs);
+bool same(const PropertyListValue& lhs, const PropertyListValue& rhs);
 template <class Value>
 bool same(const std::optional<Value>& lhs, const std::optional<Value>& rhs);
-template <class Value>
-bool same(const std::map<std::string, Value>& lhs, const std::map<std::string, Value>& rhs);
+template <class Value, class Compare>
+bool same(const std::map<std::string, Value, Compare>& lhs, const std::map<std::string, Value, Compare>& rhs);
 
 template <class Value>
 bool same(const Value& lhs, const Value& rhs) {
@@ -69,13 +70,15 @@ bool same(const Value& lhs, const Value& rhs) {
 
 bool same(double lhs, double rhs) { return sameBits(lhs, rhs); }
 
+bool same(const PropertyListValue& lhs, const PropertyListValue& rhs) { return sameValue(lhs, rhs); }
+
 template <class Value>
 bool same(const std::optional<Value>& lhs, const std::optional<Value>& rhs) {
     return lhs.has_value() == rhs.has_value() && (!lhs || same(*lhs, *rhs));
 }
 
-template <class Value>
-bool same(const std::map<std::string, Value>& lhs, const std::map<std::string, Value>& rhs) {
+template <class Value, class Compare>
+bool same(const std::map<std::string, Value, Compare>& lhs, const std::map<std::string, Value, Compare>& rhs) {
     if (lhs.size() != rhs.size()) {
         return false;
     }
@@ -86,19 +89,6 @@ bool same(const std::map<std::string, Value>& lhs, const std::map<std::string, V
     }
     return true;
 }
-
-bool sameValues(const Values& lhs, const Values& rhs) {
-    if (lhs.size() != rhs.size()) {
-        return false;
-    }
-    for (auto l = lhs.begin(), r = rhs.begin(); l != lhs.end(); ++l, ++r) {
-        if (l->first != r->first || !sameValue(l->second, r->second)) {
-            return false;
-        }
-    }
-    return true;
-}
-
 
 // --- The checks -----------------------------------------------------------------
 
@@ -115,7 +105,7 @@ void checkPreference(const Values& values, const std::string& key, const Value& 
     orvik::InMemoryPreferenceStore store(values);
     const orvik::Preference<Value> preference{key, defaultValue};
     const Value read = store.read(preference);
-    require(sameValues(store.values(), values), "reading never writes");
+    require(same(store.values(), values), "reading never writes");
     require(same(read, expected ? *expected : defaultValue), "a read yields the stored value, else the default");
     if (!expected) {
         return;
