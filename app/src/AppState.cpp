@@ -1,7 +1,7 @@
 #include "Tolvane/AppState.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include "OrvikKit/FatalError.h"
+
 #include <limits>
 #include <utility>
 
@@ -171,8 +171,7 @@ bool AppState::handle(MediaKey key) {
     if (const std::optional<MusicCommand> command = route.command()) {
         music_->commands.yield(*command);
         if (keysForwarded_ == std::numeric_limits<std::int64_t>::max()) {
-            std::fputs("Tolvane: the count of keys sent overflowed\n", stderr);
-            std::abort();
+            orvik::fatalError("the count of keys sent overflowed");
         }
         publish(keysForwarded_, keysForwarded_ + 1);
     }

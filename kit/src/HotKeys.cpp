@@ -1,8 +1,8 @@
 #include "OrvikKit/HotKeys.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <limits>
+
+#include "OrvikKit/FatalError.h"
 
 namespace orvik {
 
@@ -18,8 +18,7 @@ std::optional<std::uint32_t> HotKeyDispatcher::registerHotKey(std::uint32_t keyC
     if (nextID_ == std::numeric_limits<std::uint32_t>::max()) {
         // Four billion registrations in one process is a runaway loop, not
         // a use to survive.
-        std::fputs("Tolvane: hot-key numbers are used up\n", stderr);
-        std::abort();
+        fatalError("hot-key numbers are used up");
     }
     ++nextID_;
 

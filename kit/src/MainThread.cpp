@@ -1,14 +1,12 @@
 #include "OrvikKit/MainThread.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include "OrvikKit/FatalError.h"
 
 namespace orvik {
 
 void assertOnMainThread(const MainThread& mainThread) {
     if (!mainThread.isCurrent()) {
-        std::fputs("Tolvane: main-thread work was called from another thread\n", stderr);
-        std::abort();
+        fatalError("main-thread work was called from another thread");
     }
 }
 
