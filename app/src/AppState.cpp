@@ -20,9 +20,12 @@ AppState::AppState(std::shared_ptr<orvik::PreferenceStore> preferences, bool pre
     : services_(std::move(services)), preferences_(std::move(preferences)), isPreview_(preview) {
     orvik::assertOnMainThread(*services_.mainThread);
 
+    if (!isPreview_) {
+        tapLogger_ = services_.appInfo->logger("tap");
+    }
     music_ = std::make_unique<MusicController>(*services_.mainThread, services_.runningApplications,
                                                services_.scripting);
-    tap_ = std::make_unique<MediaKeyTap>(*services_.mainThread, services_.eventTaps);
+    tap_ = std::make_unique<MediaKeyTap>(*services_.mainThread, services_.eventTaps, tapLogger_);
 
     // The first reads neither write the settings back nor touch the tap.
     isEnabled_ = preferences_->read(enabledPreference);
@@ -35,7 +38,6 @@ AppState::AppState(std::shared_ptr<orvik::PreferenceStore> preferences, bool pre
         updateReminders_ = orvik::UpdateReminderCenter::create(
             std::string(appIdentifier), services_.appInfo->version(), services_.standardDefaults, services_.now,
             services_.urlOpener, services_.mainThread);
-        tapLogger_ = services_.appInfo->logger("tap");
     }
 }
 

@@ -2,8 +2,9 @@
 
 namespace tolvane {
 
-MediaKeyTap::MediaKeyTap(orvik::MainThread& mainThread, std::shared_ptr<EventTapSystem> system)
-    : mainThread_(mainThread), system_(std::move(system)) {}
+MediaKeyTap::MediaKeyTap(orvik::MainThread& mainThread, std::shared_ptr<EventTapSystem> system,
+                         std::shared_ptr<orvik::Logger> logger)
+    : mainThread_(mainThread), system_(std::move(system)), logger_(std::move(logger)) {}
 
 bool MediaKeyTap::start() {
     orvik::assertOnMainThread(mainThread_);
@@ -14,7 +15,13 @@ bool MediaKeyTap::start() {
     if (!tap) {
         return false;
     }
-    system_->addToMainRunLoop(*tap);
+    if (!system_->addToMainRunLoop(*tap)) {
+        // No source, no events: give the port back rather than keep a tap
+        // that can never fire.
+        system_->invalidate(*tap);
+        system_->release(*tap);
+        return false;
+    }
     system_->enable(*tap, true);
     tap_ = tap;
     return true;
@@ -25,7 +32,7 @@ void MediaKeyTap::stop() {
     if (tap_) {
         system_->enable(*tap_, false);
         system_->invalidate(*tap_);
-        system_->removeFromMainRunLoop(*tap_);
+        system_->release(*tap_);
         tap_.reset();
     }
     gate_.reset();
@@ -53,7 +60,13 @@ bool MediaKeyTap::decideMediaKey(const SystemDefinedFields& fields) {
         return false;
     }
     orvik::assertOnMainThread(mainThread_);
-    return gate_.shouldSwallow(*event, onKey);
+    return gate_.shouldSwallow(*event, [this](MediaKey key) { return onKey && onKey(key); });
+}
+
+void MediaKeyTap::handlingFailed() noexcept {
+    if (logger_) {
+        logger_->error(handlingFailedMessage);
+    }
 }
 
 }  // namespace tolvane

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
 #include "TestSupport/FakeEventTapSystem.h"
 #include "TestSupport/ManualMainThread.h"
+#include "TestSupport/RecordingLogger.h"
 
 namespace tolvane {
 namespace {
@@ -21,7 +24,8 @@ class MediaKeyTapTest : public testing::Test {
 protected:
     testsupport::ManualMainThread mainThread;
     std::shared_ptr<FakeEventTapSystem> system = std::make_shared<FakeEventTapSystem>();
-    MediaKeyTap tap{mainThread, system};
+    std::shared_ptr<testsupport::RecordingLogger> logger = std::make_shared<testsupport::RecordingLogger>();
+    MediaKeyTap tap{mainThread, system, logger};
     std::vector<MediaKey> asked;
 
     void takeEveryKey() {
@@ -52,6 +56,23 @@ TEST_F(MediaKeyTapTest, RefusedCreationAnswersFalseAndInstallsNothing) {
     EXPECT_EQ(system->calls(), Strings{"create refused"});
 }
 
+TEST_F(MediaKeyTapTest, RefusedRunLoopSourceGivesTheTapBackAndAnswersFalse) {
+    system->refuseRunLoopSource = true;
+    EXPECT_FALSE(tap.start());
+    EXPECT_FALSE(tap.isRunning());
+    EXPECT_EQ(system->calls(), (Strings{"create 1", "add 1 refused", "invalidate 1", "release 1"}));
+    EXPECT_EQ(system->tapsHeld(), 0u);
+}
+
+TEST_F(MediaKeyTapTest, StartAfterARefusedRunLoopSourceCreatesAFreshTap) {
+    system->refuseRunLoopSource = true;
+    ASSERT_FALSE(tap.start());
+    system->refuseRunLoopSource = false;
+    EXPECT_TRUE(tap.start());
+    EXPECT_EQ(system->liveTap(), std::optional<EventTapSystem::Handle>(2));
+    EXPECT_EQ(system->tapsHeld(), 1u);
+}
+
 TEST_F(MediaKeyTapTest, StartAfterARefusalTriesAgain) {
     system->refuseCreation = true;
     ASSERT_FALSE(tap.start());
@@ -65,7 +86,7 @@ TEST_F(MediaKeyTapTest, StopDisablesInvalidatesAndRemovesTheTap) {
     system->clearCalls();
     tap.stop();
     EXPECT_FALSE(tap.isRunning());
-    EXPECT_EQ(system->calls(), (Strings{"enable 1 off", "invalidate 1", "remove 1"}));
+    EXPECT_EQ(system->calls(), (Strings{"enable 1 off", "invalidate 1", "release 1"}));
     EXPECT_EQ(system->liveTap(), std::nullopt);
 }
 
@@ -176,6 +197,42 @@ TEST_F(MediaKeyTapTest, SilentlyDisabledTapIsRevived) {
 TEST_F(MediaKeyTapTest, ReviveWithoutATapDoesNothing) {
     EXPECT_FALSE(tap.reviveIfDisabled());
     EXPECT_TRUE(system->calls().empty());
+}
+
+// The callback is entered from the window server's C callback: nothing may
+// throw out of it.
+static_assert(noexcept(std::declval<MediaKeyTap&>().dropsEvent(
+    0u, [] { return std::optional<SystemDefinedFields>(); })));
+static_assert(noexcept(MediaKeyTap::dropsEvent(nullptr, 0u, [] { return std::optional<SystemDefinedFields>(); })));
+
+TEST_F(MediaKeyTapTest, HandlerThatThrowsLetsTheKeyPassAndIsLogged) {
+    tap.onKey = [](MediaKey) -> bool { throw std::runtime_error("handler broke"); };
+    ASSERT_TRUE(tap.start());
+    bool dropped = true;
+    EXPECT_NO_THROW(dropped = system->deliverMediaKey(mediaKeyData1(playKey, true)));
+    EXPECT_FALSE(dropped);
+    EXPECT_EQ(logger->lines(), Strings{std::string(MediaKeyTap::handlingFailedMessage)});
+    // Nothing was remembered: the release passes too.
+    EXPECT_TRUE(tap.gate().swallowedKeyCodes().empty());
+    EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(playKey, false)));
+}
+
+TEST_F(MediaKeyTapTest, FieldReaderThatThrowsLetsTheEventPass) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    EXPECT_FALSE(tap.dropsEvent(TapEventType::systemDefined, []() -> std::optional<SystemDefinedFields> {
+        throw std::bad_alloc();
+    }));
+    EXPECT_TRUE(asked.empty());
+    EXPECT_EQ(logger->lines().size(), 1u);
+}
+
+TEST_F(MediaKeyTapTest, EmptyHandlerLetsEveryMediaKeyPass) {
+    tap.onKey = nullptr;
+    ASSERT_TRUE(tap.start());
+    EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(playKey, true)));
+    EXPECT_FALSE(system->deliverMediaKey(mediaKeyData1(playKey, false)));
+    EXPECT_TRUE(logger->lines().empty());
 }
 
 TEST_F(MediaKeyTapTest, CallbackOffTheMainThreadStopsTheProcess) {

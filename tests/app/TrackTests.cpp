@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
+#include <utility>
+
 namespace tolvane {
 namespace {
 
@@ -18,7 +21,7 @@ private:
     int value_;
 };
 
-ArtworkImage image(int value) { return ArtworkImage(std::make_shared<Pixel>(value)); }
+ArtworkImage image(int value) { return *ArtworkImage::from(std::make_shared<Pixel>(value)); }
 
 const TrackSummary summary{"So What", "Miles Davis", true};
 
@@ -39,6 +42,30 @@ TEST(Track, ArtworksCompareByThePlatformsEquality) {
 TEST(Track, TheSameImageHandleIsEqualToItself) {
     const ArtworkImage shared = image(3);
     EXPECT_EQ(shared, shared);
+}
+
+TEST(ArtworkImage, NoContentMakesNoImage) {
+    EXPECT_EQ(ArtworkImage::from(nullptr), std::nullopt);
+    EXPECT_NE(ArtworkImage::from(std::make_shared<Pixel>(1)), std::nullopt);
+}
+
+// A handle is never empty: it cannot be built from nothing, and a moved-from
+// handle still holds its image (a move copies).
+static_assert(!std::is_constructible_v<ArtworkImage, std::shared_ptr<const ArtworkImage::Content>>);
+static_assert(!std::is_default_constructible_v<ArtworkImage>);
+
+TEST(ArtworkImage, AMovedFromHandleStillHoldsItsImage) {
+    ArtworkImage original = image(4);
+    const ArtworkImage moved = std::move(original);
+    // NOLINTNEXTLINE(bugprone-use-after-move): the point of the test
+    ASSERT_NE(original.shared(), nullptr);
+    EXPECT_EQ(original, moved);
+    EXPECT_EQ(original, image(4));
+
+    ArtworkImage assigned = image(5);
+    assigned = std::move(original);
+    EXPECT_NE(original.shared(), nullptr);
+    EXPECT_EQ(assigned, image(4));
 }
 
 }  // namespace

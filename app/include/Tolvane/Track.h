@@ -21,7 +21,16 @@ public:
         virtual bool equals(const Content& other) const = 0;
     };
 
-    explicit ArtworkImage(std::shared_ptr<const Content> content) : content_(std::move(content)) {}
+    // The handle of `content`; nothing when there is no content.
+    static std::optional<ArtworkImage> from(std::shared_ptr<const Content> content) {
+        if (!content) return std::nullopt;
+        return ArtworkImage(std::move(content));
+    }
+
+    // Copies share the image. There is no move: a move copies, so no handle
+    // is ever left without an image.
+    ArtworkImage(const ArtworkImage&) = default;
+    ArtworkImage& operator=(const ArtworkImage&) = default;
 
     const Content& content() const noexcept { return *content_; }
     const std::shared_ptr<const Content>& shared() const noexcept { return content_; }
@@ -31,6 +40,8 @@ public:
     }
 
 private:
+    explicit ArtworkImage(std::shared_ptr<const Content> content) : content_(std::move(content)) {}
+
     std::shared_ptr<const Content> content_;  // never null
 };
 

@@ -17,11 +17,12 @@
 
 namespace orvik {
 
-// Error-level lines of the unified log, under one category.
+// Error-level lines of the unified log, under one category. Logging never
+// throws, so failure paths (the event tap's among them) may always log.
 class Logger {
 public:
     virtual ~Logger() = default;
-    virtual void error(std::string_view message) = 0;
+    virtual void error(std::string_view message) noexcept = 0;
 };
 
 // The app's version and its loggers (the main bundle's short version string,

@@ -2,7 +2,7 @@
 
 namespace testsupport {
 
-std::optional<tolvane::EventTapSystem::Handle> FakeEventTapSystem::createTap(void* userInfo) {
+std::optional<tolvane::EventTapSystem::Handle> FakeEventTapSystem::createTap(void* userInfo) noexcept {
     if (refuseCreation) {
         calls_.push_back("create refused");
         return std::nullopt;
@@ -14,23 +14,32 @@ std::optional<tolvane::EventTapSystem::Handle> FakeEventTapSystem::createTap(voi
     return handle;
 }
 
-void FakeEventTapSystem::addToMainRunLoop(Handle tap) {
+bool FakeEventTapSystem::addToMainRunLoop(Handle tap) noexcept {
+    if (refuseRunLoopSource) {
+        calls_.push_back("add " + std::to_string(tap) + " refused");
+        return false;
+    }
     calls_.push_back("add " + std::to_string(tap));
     live_ = tap;
     enabled_ = false;
+    return true;
 }
 
-void FakeEventTapSystem::enable(Handle tap, bool enabled) {
+void FakeEventTapSystem::enable(Handle tap, bool enabled) noexcept {
     calls_.push_back("enable " + std::to_string(tap) + (enabled ? " on" : " off"));
     if (live_ == tap) enabled_ = enabled;
 }
 
-bool FakeEventTapSystem::isEnabled(Handle tap) const { return live_ == tap && enabled_; }
+bool FakeEventTapSystem::isEnabled(Handle tap) const noexcept {
+    ++isEnabledQueries_;
+    return live_ == tap && enabled_;
+}
 
-void FakeEventTapSystem::invalidate(Handle tap) { calls_.push_back("invalidate " + std::to_string(tap)); }
+void FakeEventTapSystem::invalidate(Handle tap) noexcept { calls_.push_back("invalidate " + std::to_string(tap)); }
 
-void FakeEventTapSystem::removeFromMainRunLoop(Handle tap) {
-    calls_.push_back("remove " + std::to_string(tap));
+void FakeEventTapSystem::release(Handle tap) noexcept {
+    calls_.push_back("release " + std::to_string(tap));
+    ++tapsReleased_;
     if (live_ == tap) {
         live_.reset();
         enabled_ = false;

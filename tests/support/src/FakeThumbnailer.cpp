@@ -18,7 +18,7 @@ std::vector<std::uint8_t> FakeThumbnailer::imageBytes(std::string_view label) {
 }
 
 tolvane::ArtworkImage FakeThumbnailer::image(std::string_view label) {
-    return tolvane::ArtworkImage(std::make_shared<FakeImage>(std::string(label)));
+    return *tolvane::ArtworkImage::from(std::make_shared<FakeImage>(std::string(label)));
 }
 
 std::optional<tolvane::ArtworkImage> FakeThumbnailer::thumbnail(std::span<const std::uint8_t> bytes) {

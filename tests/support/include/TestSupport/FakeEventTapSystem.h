@@ -17,20 +17,30 @@ public:
     // When true, createTap refuses (as without Accessibility, or after the
     // app was re-signed).
     bool refuseCreation = false;
+    // When true, the run-loop source cannot be made for a new tap.
+    bool refuseRunLoopSource = false;
 
-    std::optional<Handle> createTap(void* userInfo) override;
-    void addToMainRunLoop(Handle tap) override;
-    void enable(Handle tap, bool enabled) override;
-    bool isEnabled(Handle tap) const override;
-    void invalidate(Handle tap) override;
-    void removeFromMainRunLoop(Handle tap) override;
+    std::optional<Handle> createTap(void* userInfo) noexcept override;
+    bool addToMainRunLoop(Handle tap) noexcept override;
+    void enable(Handle tap, bool enabled) noexcept override;
+    bool isEnabled(Handle tap) const noexcept override;
+    void invalidate(Handle tap) noexcept override;
+    void release(Handle tap) noexcept override;
 
     // Every call in order, as "create 1", "add 1", "enable 1 on", "enable 1
-    // off", "invalidate 1", "remove 1", "create refused".
+    // off", "invalidate 1", "release 1", "create refused", "add 1 refused".
+    // Queries of whether a tap is enabled are counted, not listed.
     const std::vector<std::string>& calls() const noexcept { return calls_; }
-    void clearCalls() { calls_.clear(); }
+    void clearCalls() {
+        calls_.clear();
+        isEnabledQueries_ = 0;
+    }
+    std::size_t isEnabledQueries() const noexcept { return isEnabledQueries_; }
 
     std::size_t tapsCreated() const noexcept { return tapsCreated_; }
+    // Taps created and not yet released: a tap the app lost track of stays
+    // here.
+    std::size_t tapsHeld() const noexcept { return tapsCreated_ - tapsReleased_; }
     // The tap that is installed (created, added and not yet removed).
     std::optional<Handle> liveTap() const noexcept { return live_; }
     bool liveTapIsEnabled() const noexcept { return live_ && enabled_; }
@@ -48,6 +58,8 @@ public:
 private:
     std::vector<std::string> calls_;
     std::size_t tapsCreated_ = 0;
+    std::size_t tapsReleased_ = 0;
+    mutable std::size_t isEnabledQueries_ = 0;
     Handle nextHandle_ = 1;
     std::optional<Handle> live_;
     bool enabled_ = false;

@@ -12,7 +12,7 @@ namespace testsupport {
 
 class RecordingLogger final : public orvik::Logger {
 public:
-    void error(std::string_view message) override {
+    void error(std::string_view message) noexcept override {
         const std::lock_guard lock(mutex_);
         lines_.emplace_back(message);
     }
