@@ -32,7 +32,7 @@ AppState::AppState(std::shared_ptr<orvik::PreferenceStore> preferences, bool pre
     closedBehavior_ = preferences_->read(closedBehaviorPreference);
 
     if (isPreview_) {
-        updateReminders_ = orvik::UpdateReminderCenter::preview(std::string(appIdentifier), false);
+        updateReminders_ = orvik::UpdateReminderCenter::preview(std::string(appIdentifier), false, services_.mainThread);
     } else {
         // Deliberately the standard user defaults, not the settings' store.
         updateReminders_ = orvik::UpdateReminderCenter::create(
@@ -58,6 +58,7 @@ void AppState::start() {
     };
 
     observeMusic();
+    observeWake();
     refreshTrack();
     hasAccessibility_ = services_.accessibility->requestIfNeeded();
     updateTap();
@@ -69,12 +70,14 @@ void AppState::start() {
 }
 
 void AppState::setEnabled(bool enabled) {
+    orvik::assertOnMainThread(*services_.mainThread);
     publish(isEnabled_, enabled);
     preferences_->write(enabledPreference, enabled);
     updateTap();
 }
 
 void AppState::setClosedBehavior(ClosedBehavior behavior) {
+    orvik::assertOnMainThread(*services_.mainThread);
     publish(closedBehavior_, behavior);
     preferences_->write(closedBehaviorPreference, behavior);
 }
@@ -96,8 +99,9 @@ std::string_view AppState::menuBarSymbol() const noexcept {
 
 void AppState::observeMusic() {
     const std::weak_ptr<AppState> weak = weak_from_this();
+    const orvik::MainThread& mainThread = *services_.mainThread;
     observations_.push_back(std::make_unique<orvik::NotificationObservation>(
-        std::string(playerInfoNotification), services_.distributedNotifications,
+        mainThread, std::string(playerInfoNotification), services_.distributedNotifications,
         [weak](const orvik::Notification& notification) {
             if (const std::shared_ptr<AppState> state = weak.lock()) {
                 state->playerInfoChanged(PlayerInfo::fromUserInfo(userInfoFrom(notification.userInfo)));
@@ -105,12 +109,26 @@ void AppState::observeMusic() {
         }));
     for (std::string_view name : {didLaunchApplicationNotification, didTerminateApplicationNotification}) {
         observations_.push_back(std::make_unique<orvik::NotificationObservation>(
-            std::string(name), services_.workspaceNotifications, [weak](const orvik::Notification& notification) {
+            mainThread, std::string(name), services_.workspaceNotifications,
+            [weak](const orvik::Notification& notification) {
                 if (const std::shared_ptr<AppState> state = weak.lock()) {
                     state->applicationLaunchedOrTerminated(notification);
                 }
             }));
     }
+}
+
+void AppState::observeWake() {
+    const std::weak_ptr<AppState> weak = weak_from_this();
+    observations_.push_back(std::make_unique<orvik::NotificationObservation>(
+        *services_.mainThread, std::string(didWakeNotification), services_.workspaceNotifications,
+        [weak](const orvik::Notification&) {
+            if (const std::shared_ptr<AppState> state = weak.lock()) {
+                // Taps are known to die silently around sleep; the poll would
+                // notice within 2 seconds, the wake at once.
+                state->tap_->reviveIfDisabled();
+            }
+        }));
 }
 
 void AppState::applicationLaunchedOrTerminated(const orvik::Notification& notification) {
@@ -153,6 +171,7 @@ void AppState::playerInfoChanged(const PlayerInfo& info) {
 }
 
 void AppState::refreshTrack() {
+    orvik::assertOnMainThread(*services_.mainThread);
     if (isPreview_) {
         return;
     }
@@ -181,6 +200,7 @@ bool AppState::handle(MediaKey key) {
 }
 
 void AppState::perform(MusicCommand command) {
+    orvik::assertOnMainThread(*services_.mainThread);
     if (command == MusicCommand::playPause && !isMusicRunning_) {
         command = MusicCommand::launchAndPlay;
     }
@@ -188,6 +208,7 @@ void AppState::perform(MusicCommand command) {
 }
 
 void AppState::applyPreview(std::optional<Track> track, bool accessibility, std::int64_t keys) {
+    orvik::assertOnMainThread(*services_.mainThread);
     const bool hasTrack = track.has_value();
     publish(track_, std::move(track));
     publish(hasAccessibility_, accessibility);

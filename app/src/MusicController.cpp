@@ -98,8 +98,14 @@ MusicController::~MusicController() {
 void MusicController::currentTrack(std::function<void(std::optional<Track>)> completion) {
     orvik::assertOnMainThread(mainThread_);
     if (!runningApplications_->isRunning(MusicScripting::musicBundleIdentifier)) {
-        // Any script would launch Music, so ask nothing.
-        completion(std::nullopt);
+        // Any script would launch Music, so ask nothing. The answer still
+        // comes in a later main-thread task, as a fetched one does, never
+        // inside the caller.
+        mainThread_.post([controller = std::weak_ptr<Anchor>(anchor_), completion = std::move(completion)]() mutable {
+            const std::shared_ptr<Anchor> anchor = controller.lock();
+            if (!anchor || anchor->controller == nullptr) return;
+            completion(std::nullopt);
+        });
         return;
     }
     scripting_->currentTrack([&mainThread = mainThread_, controller = std::weak_ptr<Anchor>(anchor_),

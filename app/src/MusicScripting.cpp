@@ -1,6 +1,7 @@
 #include "Tolvane/MusicScripting.h"
 
 #include <cassert>
+#include <map>
 #include <utility>
 
 namespace tolvane {
@@ -108,6 +109,8 @@ void MusicScripting::currentTrack(std::function<void(std::optional<Track>, Outco
     });
 }
 
-std::size_t MusicScripting::compiledScriptCount() const { return state_->scripts.size(); }
+void MusicScripting::compiledScriptCount(std::function<void(std::size_t)> completion) const {
+    queue_->async([state = state_, completion = std::move(completion)] { completion(state->scripts.size()); });
+}
 
 }  // namespace tolvane

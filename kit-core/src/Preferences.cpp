@@ -1,5 +1,7 @@
 #include "OrvikKitCore/Preferences.h"
 
+#include <cmath>
+
 namespace orvik {
 
 namespace detail {

@@ -34,6 +34,7 @@ std::shared_ptr<MenuBarController> MenuBarController::create(std::shared_ptr<Sta
 }
 
 void MenuBarController::showUpdateBadge(Published<bool>& updateReminderDue) {
+    assertOnMainThread(*mainThread_);
     // Shared, not captured by value: the flag calls a copy of the handler.
     auto last = std::make_shared<std::optional<bool>>();
     badgeSubscription_ =
@@ -72,6 +73,7 @@ void MenuBarController::close() {
 }
 
 void MenuBarController::updateIcon() {
+    assertOnMainThread(*mainThread_);
     if (!statusItem_->hasButton()) return;
     // An unknown symbol is refused by the status item, which keeps the
     // image it has.

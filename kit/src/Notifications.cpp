@@ -4,10 +4,21 @@
 
 namespace orvik {
 
-NotificationObservation::NotificationObservation(std::string name, std::shared_ptr<NotificationCenter> center,
+NotificationObservation::NotificationObservation(const MainThread& mainThread, std::string name,
+                                                 std::shared_ptr<NotificationCenter> center,
                                                  NotificationCenter::Handler handler)
-    : center_(std::move(center)), token_(center_->addObserver(std::move(name), std::move(handler))) {}
+    : mainThread_(mainThread), center_(std::move(center)) {
+    assertOnMainThread(mainThread_);
+    token_ = center_->addObserver(std::move(name), [&mainThread = mainThread_, handler = std::move(handler)](
+                                                       const Notification& notification) {
+        assertOnMainThread(mainThread);
+        handler(notification);
+    });
+}
 
-NotificationObservation::~NotificationObservation() { center_->removeObserver(token_); }
+NotificationObservation::~NotificationObservation() {
+    assertOnMainThread(mainThread_);
+    center_->removeObserver(token_);
+}
 
 }  // namespace orvik

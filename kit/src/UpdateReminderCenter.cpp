@@ -35,17 +35,27 @@ std::shared_ptr<UpdateReminderCenter> UpdateReminderCenter::create(std::string a
     return center;
 }
 
-std::shared_ptr<UpdateReminderCenter> UpdateReminderCenter::preview(std::string app, bool updateReminderDue) {
-    return std::shared_ptr<UpdateReminderCenter>(
+std::shared_ptr<UpdateReminderCenter> UpdateReminderCenter::preview(std::string app, bool updateReminderDue,
+                                                                    std::shared_ptr<MainThread> mainThread) {
+    if (mainThread) assertOnMainThread(*mainThread);
+    std::shared_ptr<UpdateReminderCenter> center(
         new UpdateReminderCenter(std::move(app), std::string(), std::nullopt, updateReminderDue));
+    center->mainThread_ = std::move(mainThread);
+    return center;
+}
+
+void UpdateReminderCenter::assertOnMainThreadWhenKnown() const {
+    if (mainThread_) assertOnMainThread(*mainThread_);
 }
 
 void UpdateReminderCenter::refresh() {
+    assertOnMainThreadWhenKnown();
     const bool due = real_ && real_->reminder.isDue(real_->now());
     if (due != updateReminderDue.get()) updateReminderDue.set(due);
 }
 
 void UpdateReminderCenter::checkForUpdates() {
+    assertOnMainThreadWhenKnown();
     if (real_) {
         // Whether the page opened makes no difference: the user has dealt
         // with the reminder either way.
@@ -56,6 +66,7 @@ void UpdateReminderCenter::checkForUpdates() {
 }
 
 void UpdateReminderCenter::dismissUpdateReminder() {
+    assertOnMainThreadWhenKnown();
     if (real_) real_->reminder.restart(real_->now());
     updateReminderDue.set(false);
 }

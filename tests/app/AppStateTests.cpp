@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <thread>
+
 #include "AppWorld.h"
 
 namespace tolvane {
@@ -58,6 +61,7 @@ TEST_F(AppStateTest, ReleasingTheStateRemovesItsObserversAndStopsTheTap) {
     {
         const auto state = world.launch();
         ASSERT_TRUE(world.taps->liveTap().has_value());
+        world.settle();  // the first track fetch holds the state until answered
     }
     EXPECT_EQ(world.distributed->observerCount(), 0u);
     EXPECT_EQ(world.workspace->observerCount(), 0u);
@@ -249,6 +253,7 @@ TEST_F(AppStateTest, PerformUsesTheCachedRunningFlag) {
 TEST_F(AppStateTest, KeyAfterTheStateIsGoneLetsTheKeyThroughWithoutCrashing) {
     auto state = world.launch();
     const auto onKey = state->tap().onKey;
+    world.settle();  // the first track fetch holds the state until answered
     state.reset();
     EXPECT_FALSE(onKey(MediaKey::playPause));
 }
@@ -375,6 +380,7 @@ TEST_F(AppStateTest, RefusedTapCreationIsLoggedAndShowsCouldNotActivate) {
 
 TEST_F(AppStateTest, PollChangesNothingWhileTrustIsUnchangedAndTheTapRuns) {
     const auto state = world.launch();
+    world.settle();
     int changes = 0;
     orvik::Subscription subscription = state->objectWillChange.subscribe([&] { ++changes; });
     world.taps->clearCalls();
@@ -382,6 +388,156 @@ TEST_F(AppStateTest, PollChangesNothingWhileTrustIsUnchangedAndTheTapRuns) {
     EXPECT_EQ(changes, 0);
     EXPECT_TRUE(world.taps->calls().empty());
     EXPECT_EQ(world.accessibility->isTrustedCalls, 10u) << "one trust query every 2 s";
+}
+
+// The poll also revives a tap that the system switched off without telling
+// (as after sleep or a user switch): one question more per tick.
+
+TEST_F(AppStateTest, EachPollTickOfARunningTapCostsOneTrustAndOneEnabledQueryAndChangesNothing) {
+    const auto state = world.launch();
+    world.settle();
+    int changes = 0;
+    orvik::Subscription subscription = state->objectWillChange.subscribe([&] { ++changes; });
+    world.accessibility->isTrustedCalls = 0;
+    world.taps->clearCalls();
+    for (std::size_t tick = 1; tick <= 3; ++tick) {
+        world.wait(2);
+        EXPECT_EQ(world.accessibility->isTrustedCalls, tick);
+        EXPECT_EQ(world.taps->isEnabledQueries(), tick);
+    }
+    EXPECT_TRUE(world.taps->calls().empty()) << "nothing is switched";
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(AppStateTest, ASilentlyDisabledTapIsReenabledOnTheNextPollTick) {
+    const auto state = world.launch();
+    world.settle();
+    world.taps->disableSilently();
+    world.taps->clearCalls();
+    world.wait(1.9);
+    EXPECT_FALSE(world.taps->liveTapIsEnabled()) << "not before the tick";
+    world.wait(0.1);
+    EXPECT_TRUE(world.taps->liveTapIsEnabled());
+    EXPECT_EQ(world.taps->calls(), Strings{"enable 1 on"});
+    EXPECT_TRUE(state->tapActive());
+}
+
+TEST_F(AppStateTest, PollAsksNothingOfTheTapWhileTheAppIsOff) {
+    world.settings->write(AppState::enabledPreference, false);
+    const auto state = world.launch();
+    world.settle();
+    world.taps->clearCalls();
+    world.accessibility->isTrustedCalls = 0;
+    world.wait(10);
+    EXPECT_EQ(world.taps->isEnabledQueries(), 0u);
+    EXPECT_TRUE(world.taps->calls().empty());
+    // The trust poll itself runs for the life of the app, switched off or not.
+    EXPECT_EQ(world.accessibility->isTrustedCalls, 5u);
+}
+
+TEST_F(AppStateTest, WakeWithASilentlyDisabledTapReenablesItAtOnce) {
+    const auto state = world.launch();
+    world.settle();
+    world.taps->disableSilently();
+    world.taps->clearCalls();
+    world.workspace->post({"NSWorkspaceDidWakeNotification", {}});
+    EXPECT_TRUE(world.taps->liveTapIsEnabled());
+    EXPECT_EQ(world.taps->calls(), Strings{"enable 1 on"});
+}
+
+TEST_F(AppStateTest, WakeWithAnEnabledTapChangesNothing) {
+    const auto state = world.launch();
+    world.settle();
+    int changes = 0;
+    orvik::Subscription subscription = state->objectWillChange.subscribe([&] { ++changes; });
+    world.taps->clearCalls();
+    world.workspace->post({"NSWorkspaceDidWakeNotification", {}});
+    EXPECT_TRUE(world.taps->calls().empty());
+    EXPECT_EQ(changes, 0);
+    EXPECT_TRUE(world.taps->liveTapIsEnabled());
+}
+
+TEST_F(AppStateTest, WakeWhileSwitchedOffInstallsNoTap) {
+    world.settings->write(AppState::enabledPreference, false);
+    const auto state = world.launch();
+    world.settle();
+    world.workspace->post({"NSWorkspaceDidWakeNotification", {}});
+    EXPECT_FALSE(world.taps->liveTap().has_value());
+    EXPECT_EQ(world.taps->tapsCreated(), 0u);
+}
+
+TEST_F(AppStateTest, APreviewObservesNoWake) {
+    const auto state = world.launch(true);
+    EXPECT_EQ(world.workspace->observerCount("NSWorkspaceDidWakeNotification"), 0u);
+}
+
+// --- Answers come later, never inside the caller ---------------------------------------------
+
+TEST_F(AppStateTest, RefreshWithMusicClosedClearsTheTrackInALaterTask) {
+    world.musicPlays("So What", "Miles Davis", true);
+    const auto state = world.launch();
+    world.settle();
+    ASSERT_TRUE(state->track().has_value());
+    world.running->setRunning("com.apple.Music", false);  // quit, not yet told
+    int changes = 0;
+    orvik::Subscription subscription = state->objectWillChange.subscribe([&] { ++changes; });
+
+    state->refreshTrack();
+    EXPECT_EQ(changes, 1) << "only the running flag, which the refresh reads itself";
+    EXPECT_FALSE(state->isMusicRunning());
+    EXPECT_TRUE(state->track().has_value()) << "the answer has not arrived yet";
+
+    world.mainThread->runUntilIdle();
+    EXPECT_FALSE(state->track().has_value());
+    EXPECT_EQ(changes, 2);
+    EXPECT_TRUE(world.music->runs().size() == 2u) << "no script ran for the refresh";
+}
+
+TEST_F(AppStateTest, LaunchWithMusicClosedStoresNoTrackUntilTheAnswerArrives) {
+    const auto state = world.launch();
+    int changes = 0;
+    orvik::Subscription subscription = state->objectWillChange.subscribe([&] { ++changes; });
+    EXPECT_EQ(world.mainThread->pendingTaskCount(), 1u) << "the track answer is queued";
+    world.mainThread->runUntilIdle();
+    EXPECT_EQ(changes, 1);
+    EXPECT_FALSE(state->track().has_value());
+    EXPECT_TRUE(world.music->runs().empty());
+}
+
+// --- Main-thread entries -------------------------------------------------------------------------
+
+TEST_F(AppStateTest, SettersAndOperationsOffTheMainThreadStopTheProcess) {
+    const auto state = world.launch();
+    world.settle();
+    const auto offMain = [](const std::function<void()>& work) {
+        std::thread other(work);
+        other.join();
+    };
+    const std::string fault = "main-thread work was called from another thread";
+    EXPECT_DEATH(offMain([&] { state->setEnabled(false); }), fault);
+    EXPECT_DEATH(offMain([&] { state->setClosedBehavior(ClosedBehavior::ignore); }), fault);
+    EXPECT_DEATH(offMain([&] { state->refreshTrack(); }), fault);
+    EXPECT_DEATH(offMain([&] { state->perform(MusicCommand::next); }), fault);
+}
+
+TEST_F(AppStateTest, PreviewDataOffTheMainThreadStopsTheProcess) {
+    const auto state = world.launch(true);
+    EXPECT_DEATH(
+        {
+            std::thread other([&] { state->applyPreview(std::nullopt, true, 3); });
+            other.join();
+        },
+        "main-thread work was called from another thread");
+}
+
+TEST_F(AppStateTest, APreviewsUpdateReminderCentreAssertsTheMainThreadToo) {
+    const auto state = world.launch(true);
+    EXPECT_DEATH(
+        {
+            std::thread other([&] { state->updateReminders()->dismissUpdateReminder(); });
+            other.join();
+        },
+        "main-thread work was called from another thread");
 }
 
 TEST_F(AppStateTest, PollRunsEveryTwoSecondsWithATenthOfLeeway) {

@@ -221,6 +221,7 @@ TEST_F(MenuContentTest, LongTrackTextsArePassedWhole) {
 TEST_F(MenuContentTest, ActionsDoNothingOnceTheStateIsGone) {
     auto state = world.launch();
     const MenuContent content = menu(state);
+    world.settle();  // the first track fetch holds the state until answered
     state.reset();
     content.header.setOn(false);
     content.nowPlaying.transport[1].action();

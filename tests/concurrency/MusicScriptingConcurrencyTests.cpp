@@ -71,8 +71,8 @@ TEST(MusicScriptingConcurrency, ExecutesFromManyThreadsRunOneAtATimeOnTheWorkerA
     // The cache is read on the queue, like everything else it holds.
     std::size_t compiled = 0;
     Tally read;
-    queue->async([&] {
-        compiled = scripting.compiledScriptCount();
+    scripting.compiledScriptCount([&](std::size_t count) {
+        compiled = count;
         read.add();
     });
     ASSERT_TRUE(read.waitFor(1));

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace tolvane {
@@ -140,6 +142,28 @@ TEST(KeyCodeSet, InsertContainsEraseAndClear) {
     set.insert(16);
     set.clear();
     EXPECT_TRUE(set.empty());
+}
+
+// Evaluated by the compiler, where an out-of-range shift is an error rather
+// than silent undefined behaviour: inserting codes outside 0 to 63 must be
+// defined in every build, and must store nothing.
+constexpr bool outOfRangeInsertsStoreNothing() {
+    KeyCodeSet set;
+    const bool stored = set.insert(64) || set.insert(-1) || set.insert(1000) || set.insert(INT64_MIN);
+    return !stored && set.empty();
+}
+static_assert(outOfRangeInsertsStoreNothing());
+
+TEST(KeyCodeSet, CodesOutsideTheWordAreNotStoredInAnyBuild) {
+    KeyCodeSet set;
+    EXPECT_FALSE(set.insert(64));
+    EXPECT_FALSE(set.insert(-1));
+    EXPECT_FALSE(set.insert(std::numeric_limits<std::int64_t>::max()));
+    EXPECT_TRUE(set.empty());
+    EXPECT_TRUE(set.insert(0));
+    EXPECT_TRUE(set.insert(63));
+    EXPECT_TRUE(set.contains(0));
+    EXPECT_TRUE(set.contains(63));
 }
 
 }  // namespace

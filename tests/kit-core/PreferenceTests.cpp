@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "OrvikKitCore/Shortcut.h"
 #include "TolvaneCore/KeyRouting.h"
@@ -223,6 +227,57 @@ TEST(NumberBridging, ExactIntegersAndBooleansReadAsDoubles) {
     EXPECT_EQ(storeWith("ratio", std::int64_t{9007199254740993}).read(ratio), 0.5);
     EXPECT_EQ(storeWith("ratio", std::numeric_limits<std::int64_t>::max()).read(ratio), 0.5);
     EXPECT_EQ(storeWith("ratio", std::numeric_limits<std::int64_t>::min()).read(ratio), -9223372036854775808.0);
+}
+
+// The in-memory store reads numbers exactly as the user defaults would, so
+// previews and tests read what the app reads; this is a choice, and these
+// cases pin it.
+TEST(NumberBridging, TheInMemoryStoreBridgesNumbersAsTheUserDefaultsDo) {
+    // `defaults write … enabled -int 0` stores an integer; the app reads false.
+    EXPECT_EQ(storeWith("enabled", 0).read(enabled), false);
+    // A whole-number double reads as an integer, an integer as a double.
+    EXPECT_EQ(storeWith("count", 3.0).read(count), 3);
+    EXPECT_EQ(storeWith("ratio", 3).read(ratio), 3.0);
+    // Booleans are numbers 0 and 1.
+    EXPECT_EQ(storeWith("count", false).read(count), 0);
+    EXPECT_EQ(storeWith("ratio", true).read(ratio), 1.0);
+}
+
+TEST(NumberBridging, ShortcutFieldsAcceptWholeNumberDoublesAndBooleans) {
+    EXPECT_EQ(storeWith("shortcut", Dictionary{{"keyCode", 40.0}, {"modifiers", 2304.0}}).read(shortcut),
+              (Shortcut{.keyCode = 40, .modifiers = 2304}));
+    EXPECT_EQ(storeWith("shortcut", Dictionary{{"keyCode", true}, {"modifiers", false}}).read(shortcut),
+              (Shortcut{.keyCode = 1, .modifiers = 0}));
+    // A fraction is not a key code: the default stays.
+    EXPECT_EQ(storeWith("shortcut", Dictionary{{"keyCode", 40.5}, {"modifiers", 256}}).read(shortcut),
+              shortcut.defaultValue);
+    EXPECT_EQ(storeWith("shortcut", Dictionary{{"keyCode", 40}, {"modifiers", 4294967296.0}}).read(shortcut),
+              shortcut.defaultValue);
+}
+
+TEST(Preferences, WriteTakesLiteralsOfThePreferencesType) {
+    InMemoryPreferenceStore store;
+    store.write(count, 5);
+    store.write(maybeName, "x");
+    store.write(name, "literal");
+    store.write(ratio, 2);
+    EXPECT_EQ(store.read(count), 5);
+    EXPECT_EQ(store.read(maybeName), std::optional<std::string>("x"));
+    EXPECT_EQ(store.read(name), "literal");
+    EXPECT_EQ(store.read(ratio), 2.0);
+    EXPECT_EQ(store.object("ratio")->kind(), PropertyListValue::Kind::real);
+}
+
+// Preference keys are constants fixed at compile time, so a preference
+// declared at namespace scope is ready before any code runs.
+static_assert(std::is_same_v<decltype(Preference<bool>{}.key), std::string_view>);
+constinit const Preference<std::int64_t> constantPreference{"constant", 3};
+constinit const Preference<std::optional<std::string>> constantOptional{"constantOptional", std::nullopt};
+
+TEST(Preferences, KeysAreCompileTimeConstants) {
+    EXPECT_EQ(constantPreference.key, "constant");
+    EXPECT_EQ(InMemoryPreferenceStore().read(constantPreference), 3);
+    EXPECT_EQ(InMemoryPreferenceStore().read(constantOptional), std::nullopt);
 }
 
 TEST(NumberBridging, StringsAndNumbersNeverCrossOver) {

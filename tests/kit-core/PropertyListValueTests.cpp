@@ -3,7 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <string>
+#include <string_view>
+#include <type_traits>
 
 namespace orvik {
 namespace {
@@ -20,6 +25,42 @@ TEST(PropertyListValue, EachConstructorMakesItsKind) {
     EXPECT_EQ(PropertyListValue(std::string("text")).kind(), Kind::string);
     EXPECT_EQ(PropertyListValue(PropertyListValue::Data{1, 2}).kind(), Kind::data);
     EXPECT_EQ(PropertyListValue(PropertyListValue::Dictionary{}).kind(), Kind::dictionary);
+}
+
+// Only the intended types convert implicitly; nothing changes kind on the way
+// into a store.
+static_assert(std::is_convertible_v<bool, PropertyListValue>);
+static_assert(std::is_convertible_v<int, PropertyListValue>);
+static_assert(std::is_convertible_v<std::int64_t, PropertyListValue>);
+static_assert(std::is_convertible_v<std::uint32_t, PropertyListValue>);
+static_assert(std::is_convertible_v<double, PropertyListValue>);
+static_assert(std::is_convertible_v<float, PropertyListValue>);
+static_assert(std::is_convertible_v<const char*, PropertyListValue>);
+static_assert(std::is_convertible_v<std::string, PropertyListValue>);
+static_assert(std::is_convertible_v<PropertyListValue::Data, PropertyListValue>);
+static_assert(std::is_convertible_v<PropertyListValue::Dictionary, PropertyListValue>);
+
+static_assert(!std::is_convertible_v<const char8_t*, PropertyListValue>, "a UTF-8 literal is not a boolean");
+static_assert(!std::is_convertible_v<const wchar_t*, PropertyListValue>);
+static_assert(!std::is_convertible_v<const void*, PropertyListValue>);
+static_assert(!std::is_convertible_v<int*, PropertyListValue>);
+static_assert(!std::is_convertible_v<std::nullptr_t, PropertyListValue>);
+static_assert(!std::is_convertible_v<char, PropertyListValue>, "a character is not an integer");
+static_assert(!std::is_convertible_v<signed char, PropertyListValue>);
+static_assert(!std::is_convertible_v<unsigned char, PropertyListValue>);
+static_assert(!std::is_convertible_v<char8_t, PropertyListValue>);
+static_assert(!std::is_convertible_v<char16_t, PropertyListValue>);
+static_assert(!std::is_convertible_v<char32_t, PropertyListValue>);
+static_assert(!std::is_convertible_v<wchar_t, PropertyListValue>);
+static_assert(!std::is_convertible_v<std::uint64_t, PropertyListValue>, "may not fit a signed 64-bit integer");
+static_assert(!std::is_convertible_v<long double, PropertyListValue>);
+static_assert(!std::is_convertible_v<std::string_view, PropertyListValue>);
+
+TEST(PropertyListValue, OnlyIntendedTypesConvertAndEachKeepsItsKind) {
+    // The static checks above are the test; these show the kinds kept.
+    EXPECT_EQ(PropertyListValue(2.5f).kind(), Kind::real);
+    EXPECT_EQ(PropertyListValue(short{3}).kind(), Kind::integer);
+    EXPECT_EQ(PropertyListValue(false).kind(), Kind::boolean);
 }
 
 TEST(PropertyListValue, AccessorsAnswerOnlyForTheirOwnKind) {

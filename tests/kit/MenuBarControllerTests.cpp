@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "TestSupport/FakeStatusItem.h"
@@ -67,6 +69,23 @@ TEST(BadgeGeometryTest, IsAvailableAtCompileTime) {
     static_assert(geometry.dot == ImageRect{.x = 0, .y = 0, .width = 5, .height = 5});
     static_assert(geometry.ring == ImageRect{.x = -1.5, .y = -1.5, .width = 8, .height = 8});
     EXPECT_EQ(geometry.ring.grownBy(-1.5), geometry.dot);
+}
+
+// --- Main thread ------------------------------------------------------------------
+
+TEST_F(MenuBarControllerTest, EveryPublicOperationOffTheMainThreadStopsTheProcess) {
+    const auto controller = makeController();
+    Published<bool> due(false);
+    const auto offMain = [](const std::function<void()>& work) {
+        std::thread other(work);
+        other.join();
+    };
+    const std::string fault = "main-thread work was called from another thread";
+    EXPECT_DEATH(offMain([&] { controller->toggle(); }), fault);
+    EXPECT_DEATH(offMain([&] { controller->open(); }), fault);
+    EXPECT_DEATH(offMain([&] { controller->close(); }), fault);
+    EXPECT_DEATH(offMain([&] { controller->updateIcon(); }), fault);
+    EXPECT_DEATH(offMain([&] { controller->showUpdateBadge(due); }), fault);
 }
 
 // --- Icon ---------------------------------------------------------------------------

@@ -3,18 +3,24 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <thread>
 
 #include "TestSupport/FakeNotificationCenter.h"
+#include "TestSupport/ManualMainThread.h"
 
 namespace orvik {
 namespace {
 
 using testsupport::FakeNotificationCenter;
 
+// Notifications are delivered on the main thread; the virtual-clock fake
+// says whether the caller is on it.
+testsupport::ManualMainThread mainThread;
+
 TEST(NotificationObservation, HandlerReceivesTheObservedNotification) {
     auto center = std::make_shared<FakeNotificationCenter>();
     std::vector<std::string> received;
-    NotificationObservation observation("player", center, [&](const Notification& notification) {
+    NotificationObservation observation(mainThread, "player", center, [&](const Notification& notification) {
         received.push_back(*notification.userInfo.at("Name").string());
     });
     center->post({"player", {{"Name", "So What"}}});
@@ -26,7 +32,7 @@ TEST(NotificationObservation, ReleasingItThenPostingCallsNoHandler) {
     auto center = std::make_shared<FakeNotificationCenter>();
     int calls = 0;
     {
-        NotificationObservation observation("player", center, [&](const Notification&) { ++calls; });
+        NotificationObservation observation(mainThread, "player", center, [&](const Notification&) { ++calls; });
         EXPECT_EQ(center->observerCount("player"), 1u);
     }
     EXPECT_EQ(center->observerCount(), 0u);
@@ -38,8 +44,8 @@ TEST(NotificationObservation, TwoObservationsOfTheSameNameEachReceiveItOnce) {
     auto center = std::make_shared<FakeNotificationCenter>();
     int first = 0;
     int second = 0;
-    NotificationObservation one("player", center, [&](const Notification&) { ++first; });
-    NotificationObservation two("player", center, [&](const Notification&) { ++second; });
+    NotificationObservation one(mainThread, "player", center, [&](const Notification&) { ++first; });
+    NotificationObservation two(mainThread, "player", center, [&](const Notification&) { ++second; });
     center->post({"player", {}});
     EXPECT_EQ(first, 1);
     EXPECT_EQ(second, 1);
@@ -51,11 +57,24 @@ TEST(NotificationObservation, ObservationKeepsItsCenterAlive) {
     {
         auto center = std::make_shared<FakeNotificationCenter>();
         weakCenter = center;
-        observation.emplace("player", center, [](const Notification&) {});
+        observation.emplace(mainThread, "player", center, [](const Notification&) {});
     }
     EXPECT_FALSE(weakCenter.expired());
     observation.reset();
     EXPECT_TRUE(weakCenter.expired());
+}
+
+TEST(NotificationObservation, DeliveryOffTheMainThreadStopsTheProcess) {
+    auto center = std::make_shared<FakeNotificationCenter>();
+    int calls = 0;
+    NotificationObservation observation(mainThread, "player", center, [&](const Notification&) { ++calls; });
+    EXPECT_DEATH(
+        {
+            std::thread other([&] { center->post({"player", {}}); });
+            other.join();
+        },
+        "main-thread work was called from another thread");
+    EXPECT_EQ(calls, 0);
 }
 
 }  // namespace

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "TestSupport/FakeSystemServices.h"
@@ -295,6 +297,29 @@ TEST_F(UpdateReminderCenterTest, PreviewIsNotDueUnlessAsked) {
 TEST_F(UpdateReminderCenterTest, RefreshingAPreviewComputesFalseAsItHasNoReminder) {
     const auto center = UpdateReminderCenter::preview("tolvane", true);
     center->refresh();
+    EXPECT_FALSE(center->updateReminderDue.get());
+}
+
+// --- Main thread -----------------------------------------------------------------------
+
+void offTheMainThread(const std::function<void()>& work) {
+    std::thread other(work);
+    other.join();
+}
+
+constexpr const char* mainThreadFault = "main-thread work was called from another thread";
+
+TEST_F(UpdateReminderCenterTest, EachOperationOffTheMainThreadStopsTheProcess) {
+    const auto center = makeCenter();
+    EXPECT_DEATH(offTheMainThread([&] { center->refresh(); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { center->checkForUpdates(); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { center->dismissUpdateReminder(); }), mainThreadFault);
+}
+
+TEST_F(UpdateReminderCenterTest, APreviewGivenTheMainThreadAssertsItToo) {
+    const auto center = UpdateReminderCenter::preview("tolvane", true, mainThread);
+    EXPECT_DEATH(offTheMainThread([&] { center->checkForUpdates(); }), mainThreadFault);
+    center->dismissUpdateReminder();  // on the main thread: fine
     EXPECT_FALSE(center->updateReminderDue.get());
 }
 

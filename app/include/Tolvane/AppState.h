@@ -59,8 +59,8 @@ struct AppServices {
 
 class AppState : public std::enable_shared_from_this<AppState> {
 public:
-    static inline const orvik::Preference<bool> enabledPreference{"enabled", true};
-    static inline const orvik::Preference<ClosedBehavior> closedBehaviorPreference{"closedBehavior",
+    static constinit inline const orvik::Preference<bool> enabledPreference{"enabled", true};
+    static constinit inline const orvik::Preference<ClosedBehavior> closedBehaviorPreference{"closedBehavior",
                                                                                    ClosedBehavior::launchMusic};
 
     static constexpr std::string_view musicBundleIdentifier = "com.apple.Music";
@@ -68,14 +68,17 @@ public:
     static constexpr std::string_view didLaunchApplicationNotification = "NSWorkspaceDidLaunchApplicationNotification";
     static constexpr std::string_view didTerminateApplicationNotification =
         "NSWorkspaceDidTerminateApplicationNotification";
+    static constexpr std::string_view didWakeNotification = "NSWorkspaceDidWakeNotification";
     static constexpr std::string_view appIdentifier = "tolvane";
     static constexpr orvik::Duration accessibilityPollInterval{2.0};
 
     // Builds the state over `preferences`. A preview reads the settings and
     // stops there: it observes nothing, starts no tap, asks for no permission
-    // and runs no timer. Otherwise it observes Music, fetches the track, asks
-    // for Accessibility (the system prompt may appear), starts the tap when
-    // enabled and trusted, and polls Accessibility every 2 seconds.
+    // and runs no timer. Otherwise it observes Music and the Mac's wake,
+    // fetches the track, asks for Accessibility (the system prompt may
+    // appear), starts the tap when enabled and trusted, and polls
+    // Accessibility every 2 seconds (each tick also revives a tap the system
+    // switched off without telling).
     static std::shared_ptr<AppState> create(std::shared_ptr<orvik::PreferenceStore> preferences, bool preview,
                                             AppServices services);
 
@@ -131,6 +134,9 @@ private:
     void start();
     bool handle(MediaKey key);
     void observeMusic();
+    // Revives a tap the system switched off during sleep as soon as the Mac
+    // wakes (the 2-second poll would otherwise find it a little later).
+    void observeWake();
     void playerInfoChanged(const PlayerInfo& info);
     void applicationLaunchedOrTerminated(const orvik::Notification& notification);
     void updateTap();

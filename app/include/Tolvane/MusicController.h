@@ -55,12 +55,11 @@ public:
     std::function<void(bool granted)> onAutomationPermission = [](bool) {};
 
     // Fetches the current track with its artwork and hands it (or nothing) to
-    // `completion` on the main thread. Answers nothing at once (calls
-    // `completion` with nothing before returning), running no script and
-    // reporting nothing, when Music is not running. When the controller is
-    // gone by the time the track is handed over (destroyed while the query
-    // ran, or by the permission callback just before), `completion` is
-    // released uncalled.
+    // `completion` in a later main-thread task, never before returning. When
+    // Music is not running the answer is nothing, and no script runs and
+    // nothing is reported. When the controller is gone by the time the track
+    // is handed over (destroyed while the query ran, or by the permission
+    // callback just before), `completion` is released uncalled.
     void currentTrack(std::function<void(std::optional<Track>)> completion);
 
 private:

@@ -11,7 +11,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -106,8 +105,9 @@ public:
     void currentTrack(std::function<void(std::optional<Track>, Outcome)> completion);
 
     // How many distinct sources have been compiled (for tests and
-    // diagnostics). Read on the queue.
-    std::size_t compiledScriptCount() const;
+    // diagnostics): read on the queue, where the cache lives, after the work
+    // already queued, and handed to `completion` there.
+    void compiledScriptCount(std::function<void(std::size_t)> completion) const;
 
 private:
     struct State;

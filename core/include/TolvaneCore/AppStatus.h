@@ -5,21 +5,39 @@
 // Pure functions. The texts are localisation keys of the app's main table.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <string_view>
 
 namespace tolvane {
 
+// A Boolean fact that every call must state. It has no default, so a fact
+// left out of a designated initialiser does not compile, and only a real
+// bool converts to it (no pointers, integers or enumerations).
+class Fact {
+public:
+    constexpr Fact(bool value) noexcept : value_(value) {}  // NOLINT(google-explicit-constructor): reads as a bool
+    template <class Other>
+        requires(!std::same_as<Other, bool>)
+    Fact(Other) = delete;
+
+    constexpr operator bool() const noexcept { return value_; }  // NOLINT(google-explicit-constructor)
+
+private:
+    bool value_;
+};
+
 // Ordered by precedence: the first that applies is the status.
 enum class AppStatus : std::uint8_t { paused, waitingForPermission, couldNotActivate, automationDenied, active };
 
-// What the status is derived from; designated initialisers name each fact.
+// What the status is derived from; designated initialisers name each fact,
+// and every fact must be given.
 struct AppStatusFacts {
-    bool isEnabled = false;
-    bool hasAccessibility = false;
-    bool tapActive = false;
-    bool automationDenied = false;
+    Fact isEnabled;
+    Fact hasAccessibility;
+    Fact tapActive;
+    Fact automationDenied;
 };
 
 constexpr AppStatus appStatusFor(const AppStatusFacts& facts) noexcept {
@@ -73,17 +91,18 @@ constexpr std::string_view menuBarSymbol(AppStatus status, std::optional<bool> i
 
 namespace PermissionCheck {
 
+// Every fact must be given.
 struct TapFacts {
-    bool trusted = false;    // the system's Accessibility answer just now
-    bool hadAccess = false;  // the answer the app last acted on
-    bool isEnabled = false;
-    bool tapActive = false;
+    Fact trusted;    // the system's Accessibility answer just now
+    Fact hadAccess;  // the answer the app last acted on
+    Fact isEnabled;
+    Fact tapActive;
 };
 
 // True when Accessibility was granted or withdrawn since the last look, or
 // when the tap should run but does not (so its creation is tried again).
 constexpr bool needsTapUpdate(const TapFacts& facts) noexcept {
-    if (facts.trusted != facts.hadAccess) return true;
+    if (bool(facts.trusted) != bool(facts.hadAccess)) return true;
     return facts.trusted && facts.isEnabled && !facts.tapActive;
 }
 

@@ -7,7 +7,6 @@
 #pragma once
 
 #include <array>
-#include <cassert>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -128,9 +127,14 @@ public:
     constexpr bool contains(std::int64_t keyCode) const noexcept {
         return isStorable(keyCode) && (bits_ & bit(keyCode)) != 0;
     }
-    constexpr void insert(std::int64_t keyCode) noexcept {
-        assert(isStorable(keyCode));
+    // Adds the code; answers whether it could be stored. A code outside 0 to
+    // 63 (never a decoded media key) is not stored, in every build.
+    constexpr bool insert(std::int64_t keyCode) noexcept {
+        if (!isStorable(keyCode)) {
+            return false;
+        }
         bits_ |= bit(keyCode);
+        return true;
     }
     // Removes the code; answers whether it was there.
     constexpr bool erase(std::int64_t keyCode) noexcept {

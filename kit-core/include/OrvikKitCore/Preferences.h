@@ -10,10 +10,8 @@
 // the main thread only; none of this allocates on any hot path.
 #pragma once
 
-#include <cmath>
 #include <concepts>
 #include <cstdint>
-#include <limits>
 #include <map>
 #include <optional>
 #include <string>
@@ -205,9 +203,13 @@ struct PreferenceTraits<Value> {
 // A setting: its storage key (used verbatim) and the value read whenever the
 // store has no usable value under it. Declared once, as a constant, by the
 // code that owns the setting.
+//
+// The key is a compile-time constant that the preference does not own, so a
+// preference declared at namespace or class scope is initialised before any
+// code runs, whatever the order of static initialisation.
 template <PreferenceValue Value>
 struct Preference {
-    std::string key;
+    std::string_view key;
     Value defaultValue;
 };
 
@@ -233,9 +235,11 @@ public:
     }
 
     // Stores the value's property-list form. Writing an empty optional
-    // removes the key, so the next read yields the default.
+    // removes the key, so the next read yields the default. The value's type
+    // comes from the preference alone, so literals convert to it
+    // (`write(count, 5)`, `write(optionalName, "x")`).
     template <PreferenceValue Value>
-    void write(const Preference<Value>& preference, const Value& value) {
+    void write(const Preference<Value>& preference, const std::type_identity_t<Value>& value) {
         set(PreferenceTraits<Value>::propertyListValue(value), preference.key);
     }
 

@@ -6,15 +6,29 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
 namespace orvik {
+
+namespace detail {
+
+// Integer types whose every value a signed 64-bit integer holds; character
+// types are text, not numbers, and are left out.
+template <class Integer>
+concept StorableInteger =
+    std::integral<Integer> && !std::same_as<Integer, bool> && !std::same_as<Integer, char> &&
+    !std::same_as<Integer, signed char> && !std::same_as<Integer, unsigned char> &&
+    !std::same_as<Integer, wchar_t> && !std::same_as<Integer, char8_t> && !std::same_as<Integer, char16_t> &&
+    !std::same_as<Integer, char32_t> && (std::is_signed_v<Integer> || sizeof(Integer) < sizeof(std::int64_t));
+
+}  // namespace detail
 
 class PropertyListValue {
 public:
@@ -23,16 +37,21 @@ public:
 
     enum class Kind : std::uint8_t { boolean, integer, real, string, data, dictionary };
 
-    PropertyListValue(bool value) : storage_(value) {}
-    PropertyListValue(std::int64_t value) : storage_(value) {}
-    // Any other integer type that fits a signed 64-bit integer.
-    template <std::integral Integer>
-        requires(!std::same_as<Integer, bool> && !std::same_as<Integer, std::int64_t> &&
-                 (std::is_signed_v<Integer> || sizeof(Integer) < sizeof(std::int64_t)))
+    // Only the intended types convert, and each to its own kind: a bool to a
+    // boolean (not a pointer or anything else that would decay to bool), an
+    // integer to an integer (not a character), a float or double to a
+    // double, text to a string, bytes to data.
+    template <std::same_as<bool> Boolean>
+    PropertyListValue(Boolean value) : storage_(bool{value}) {}
+    template <class Integer>
+        requires detail::StorableInteger<Integer>
     PropertyListValue(Integer value) : storage_(static_cast<std::int64_t>(value)) {}
-    PropertyListValue(double value) : storage_(value) {}
+    template <class Real>
+        requires(std::same_as<Real, double> || std::same_as<Real, float>)
+    PropertyListValue(Real value) : storage_(static_cast<double>(value)) {}
     PropertyListValue(std::string value) : storage_(std::move(value)) {}
     PropertyListValue(const char* value) : storage_(std::string(value)) {}
+    PropertyListValue(std::nullptr_t) = delete;  // not a string
     PropertyListValue(Data value) : storage_(std::move(value)) {}
     PropertyListValue(Dictionary value);
 

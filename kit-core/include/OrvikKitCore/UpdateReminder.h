@@ -24,9 +24,9 @@ public:
     static constexpr std::chrono::seconds interval{2592000};
 
     // The version the current period was started for.
-    static inline const Preference<std::optional<std::string>> versionPreference{"updateReminderVersion", std::nullopt};
+    static constinit inline const Preference<std::optional<std::string>> versionPreference{"updateReminderVersion", std::nullopt};
     // The start of the current period, in seconds since 1970.
-    static inline const Preference<std::optional<double>> sincePreference{"updateReminderSince", std::nullopt};
+    static constinit inline const Preference<std::optional<double>> sincePreference{"updateReminderSince", std::nullopt};
 
     // The maker's web site, which serves the updates page.
     static constexpr std::string_view updatesSite = "https://orvik.app";

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+#include "OrvikKit/MainThread.h"
 #include "OrvikKitCore/PropertyListValue.h"
 
 namespace orvik {
@@ -40,10 +41,12 @@ public:
     virtual void removeObserver(Token token) = 0;
 };
 
-// Observes a notification for as long as it lives. Main thread only.
+// Observes a notification for as long as it lives. Main thread only:
+// created and released there, and every delivery asserts that it arrives
+// there (a centre that delivers elsewhere stops the process).
 class NotificationObservation {
 public:
-    NotificationObservation(std::string name, std::shared_ptr<NotificationCenter> center,
+    NotificationObservation(const MainThread& mainThread, std::string name, std::shared_ptr<NotificationCenter> center,
                             NotificationCenter::Handler handler);
     ~NotificationObservation();
 
@@ -51,8 +54,9 @@ public:
     NotificationObservation& operator=(const NotificationObservation&) = delete;
 
 private:
+    const MainThread& mainThread_;
     std::shared_ptr<NotificationCenter> center_;
-    NotificationCenter::Token token_;
+    NotificationCenter::Token token_ = 0;
 };
 
 }  // namespace orvik

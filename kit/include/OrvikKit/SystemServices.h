@@ -7,7 +7,6 @@
 // thread may use.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>

@@ -12,7 +12,8 @@
 // std::shared_ptr. The hourly refresher holds its centre weakly and is owned
 // by it, so releasing the last reference ends the refreshing.
 //
-// Main thread only: creation, the refresher's runs and both actions.
+// Main thread only: creation, the refresher's runs, `refresh` and both
+// actions, each of which asserts it.
 #pragma once
 
 #include <chrono>
@@ -20,7 +21,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "OrvikKit/MainThread.h"
 #include "OrvikKit/RepeatingTask.h"
@@ -53,8 +53,10 @@ public:
                                                         std::shared_ptr<MainThread> mainThread);
 
     // A centre with no reminder and no refresher whose flag starts at
-    // `updateReminderDue`; for previews and snapshots.
-    static std::shared_ptr<UpdateReminderCenter> preview(std::string app, bool updateReminderDue = false);
+    // `updateReminderDue`; for previews and snapshots. Given a main thread,
+    // its operations assert that they run there, as the real centre's do.
+    static std::shared_ptr<UpdateReminderCenter> preview(std::string app, bool updateReminderDue = false,
+                                                         std::shared_ptr<MainThread> mainThread = nullptr);
 
     UpdateReminderCenter(const UpdateReminderCenter&) = delete;
     UpdateReminderCenter& operator=(const UpdateReminderCenter&) = delete;
@@ -93,11 +95,12 @@ private:
     };
 
     UpdateReminderCenter(std::string app, std::string version, std::optional<Real> real, bool due);
+    void assertOnMainThreadWhenKnown() const;
 
     std::string app_;
     std::string version_;
     std::optional<Real> real_;
-    std::shared_ptr<MainThread> mainThread_;  // kept alive for the refresher
+    std::shared_ptr<MainThread> mainThread_;  // kept alive for the refresher; null only for a bare preview
     // Declared last so that it is released first.
     std::unique_ptr<RepeatingTask> refresher_;
 };
