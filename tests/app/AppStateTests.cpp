@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 #include <thread>
 
 #include "AppWorld.h"
@@ -248,6 +249,21 @@ TEST_F(AppStateTest, PerformUsesTheCachedRunningFlag) {
     state->perform(MusicCommand::playPause);
     world.settle();
     EXPECT_EQ(world.commandRuns(), Strings{commandSource(MusicCommand::playPause)});
+}
+
+TEST_F(AppStateTest, AnObserverThatThrowsDuringAKeyPressIsLoggedAndTheKeyPasses) {
+    world.running->setRunning("com.apple.Music", true);
+    const auto state = world.launch();
+    world.settle();
+    orvik::Subscription subscription =
+        state->objectWillChange.subscribe([] { throw std::runtime_error("an observer broke"); });
+    bool dropped = true;
+    EXPECT_NO_THROW(dropped = world.taps->deliverMediaKey(testsupport::mediaKeyData1(testsupport::playKey, true)));
+    EXPECT_FALSE(dropped);
+    EXPECT_EQ(world.appInfo->loggerFor("tap")->lines(),
+              Strings{std::string(MediaKeyTap::handlingFailedMessage)});
+    // The release finds nothing remembered and passes as well.
+    EXPECT_FALSE(world.taps->deliverMediaKey(testsupport::mediaKeyData1(testsupport::playKey, false)));
 }
 
 TEST_F(AppStateTest, KeyAfterTheStateIsGoneLetsTheKeyThroughWithoutCrashing) {
