@@ -49,4 +49,12 @@ std::string version(const std::optional<std::string>& shortVersionString) {
     return shortVersionString ? *shortVersionString : std::string(developmentVersion);
 }
 
+std::string subsystem(const std::optional<std::string>& bundleIdentifier) {
+    return bundleIdentifier && !bundleIdentifier->empty() ? *bundleIdentifier : std::string(makerIdentifier);
+}
+
+std::string scriptingQueueLabel(const std::optional<std::string>& bundleIdentifier) {
+    return subsystem(bundleIdentifier) + ".applescript";
+}
+
 }  // namespace orvik::AppInfo
