@@ -10,7 +10,7 @@ typedef NS_ENUM(NSInteger, SMAppServiceStatus){
     SMAppServiceStatusEnabled,
     SMAppServiceStatusRequiresApproval,
     SMAppServiceStatusNotFound,
-} API_AVAILABLE(macos(13.0));
+};
 
 API_AVAILABLE(macos(13.0))
 @interface SMAppService : NSObject
