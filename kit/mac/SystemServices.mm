@@ -51,11 +51,11 @@ private:
 
 class WorkspaceURLOpener final : public URLOpener {
 public:
-    bool open(std::string_view url) override {
+    URLOpenResult open(std::string_view url) override {
         NSString* string = platformString(url);
         NSURL* parsed = string == nil ? nil : [NSURL URLWithString:string];
-        if (parsed == nil) return false;
-        return [NSWorkspace.sharedWorkspace openURL:parsed];
+        if (parsed == nil) return URLOpenResult::notAURL;
+        return [NSWorkspace.sharedWorkspace openURL:parsed] ? URLOpenResult::opened : URLOpenResult::notOpened;
     }
 };
 

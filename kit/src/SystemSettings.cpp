@@ -28,7 +28,7 @@ std::span<const std::string_view> candidateURLs(Pane pane) noexcept {
 
 bool open(Pane pane, URLOpener& opener) {
     for (std::string_view url : candidateURLs(pane)) {
-        if (opener.open(url)) return true;
+        if (opener.open(url) == URLOpenResult::opened) return true;
     }
     return false;
 }

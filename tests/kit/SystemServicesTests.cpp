@@ -41,6 +41,13 @@ TEST(SystemSettingsTest, KeyboardPaneTriesTheSecondURLWhenTheFirstDoesNotOpen) {
     EXPECT_EQ(opener.opened(), (std::vector<std::string>{newKeyboardPane, oldKeyboardPane}));
 }
 
+TEST(SystemSettingsTest, ACandidateThatIsNotAURLIsSkipped) {
+    FakeURLOpener opener;
+    opener.unparsable = {newKeyboardPane};
+    EXPECT_TRUE(SystemSettings::open(SystemSettings::Pane::keyboardShortcuts, opener));
+    EXPECT_EQ(opener.opened(), (std::vector<std::string>{newKeyboardPane, oldKeyboardPane}));
+}
+
 TEST(SystemSettingsTest, KeyboardPaneNeverTriesTheSecondURLWhenTheFirstOpens) {
     FakeURLOpener opener;
     EXPECT_TRUE(SystemSettings::open(SystemSettings::Pane::keyboardShortcuts, opener));

@@ -57,13 +57,18 @@ public:
     virtual bool setEnabled(bool enabled) = 0;
 };
 
+// What became of a request to open a URL.
+enum class URLOpenResult : std::uint8_t {
+    opened,     // the workspace reported success
+    notOpened,  // a URL, which the workspace did not open
+    notAURL,    // the string does not parse as a URL; nothing was asked of the workspace
+};
+
 // Opening a URL through the workspace.
 class URLOpener {
 public:
     virtual ~URLOpener() = default;
-    // Answers whether the workspace reported success. A string that does not
-    // parse as a URL fails.
-    virtual bool open(std::string_view url) = 0;
+    virtual URLOpenResult open(std::string_view url) = 0;
 };
 
 // Which applications run, by bundle identifier.
@@ -83,8 +88,9 @@ enum class Pane : std::uint8_t { accessibility, automation, screenRecording, key
 // Preferences only the second.
 std::span<const std::string_view> candidateURLs(Pane pane) noexcept;
 
-// Tries the pane's URLs in order and stops at the first that opens. Answers
-// whether one did; when none does, nothing else happens.
+// Tries the pane's URLs in order and stops at the first that opens (one
+// that does not parse is skipped). Answers whether one did; when none does,
+// nothing else happens.
 bool open(Pane pane, URLOpener& opener);
 
 }  // namespace SystemSettings
