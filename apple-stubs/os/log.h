@@ -14,11 +14,11 @@ os_log_t os_log_create(const char *subsystem, const char *category);
 
 // Stand-in for the private function that the SDK's os_log_error macro
 // reaches; it carries the same os_log format checking.
-void __tolvane_stub_os_log_error(os_log_t log, const char *format, ...) __attribute__((format(os_log, 2, 3)));
+void tolvane_stub_os_log_error(os_log_t log, const char *format, ...) __attribute__((format(os_log, 2, 3)));
 
 }
 
 // In the SDK, os_log_error(log, format, ...) is a macro that formats with the
 // compiler's os_log builtin; the format must be a string literal. The stand-in
 // keeps that call shape and the literal requirement ("" format).
-#define os_log_error(log, format, ...) __tolvane_stub_os_log_error(log, "" format, ##__VA_ARGS__)
+#define os_log_error(log, format, ...) tolvane_stub_os_log_error(log, "" format, ##__VA_ARGS__)
