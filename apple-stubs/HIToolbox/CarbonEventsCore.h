@@ -26,6 +26,8 @@ enum {
 
 extern "C" {
 
+// For C++ on Mac OS X the SDK defines this inline (it answers the routine
+// itself); declared here without the body.
 extern EventHandlerUPP NewEventHandlerUPP(EventHandlerProcPtr userRoutine);
 
 extern OSStatus InstallEventHandler(EventTargetRef inTarget, EventHandlerUPP inHandler, ItemCount inNumTypes,
