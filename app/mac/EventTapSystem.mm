@@ -16,6 +16,11 @@ namespace {
 
 using orvik::mac::CFRef;
 
+// The portable tap code carries these platform values as its own.
+static_assert(static_cast<std::uint32_t>(NSEventTypeSystemDefined) == TapEventType::systemDefined);
+static_assert(static_cast<std::uint32_t>(kCGEventTapDisabledByTimeout) == TapEventType::disabledByTimeout);
+static_assert(static_cast<std::uint32_t>(kCGEventTapDisabledByUserInput) == TapEventType::disabledByUserInput);
+
 // System-defined events only: the mask 1 << 14.
 constexpr CGEventMask systemDefinedEvents = CGEventMask{1} << TapEventType::systemDefined;
 static_assert(systemDefinedEvents == 0x4000);

@@ -10,6 +10,14 @@
 
 namespace orvik::mac {
 
+// The portable hot-key code carries these platform values as its own.
+static_assert(static_cast<std::int32_t>(eventNotHandledErr) == HotKeyStatus::eventNotHandled);
+static_assert(static_cast<std::int32_t>(noErr) == HotKeyStatus::handled);
+static_assert(static_cast<std::uint32_t>(kEventClassKeyboard) == fourCharCode("keyb"));
+static_assert(static_cast<std::uint32_t>(kEventParamDirectObject) == fourCharCode("----"));
+static_assert(static_cast<std::uint32_t>(typeEventHotKeyID) == fourCharCode("hkid"));
+static_assert(sizeof(EventHotKeyID) == 2 * sizeof(std::uint32_t));
+
 namespace {
 
 // Carbon's handler for hot-key-pressed events; `userData` is the

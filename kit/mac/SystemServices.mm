@@ -6,6 +6,7 @@
 #include <libproc.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -14,6 +15,15 @@
 #include "OrvikKitMac/Services.h"
 
 namespace orvik::mac {
+
+// LoginItem::Status carries the service's status values.
+static_assert(static_cast<std::int64_t>(SMAppServiceStatusNotRegistered) ==
+              static_cast<std::int64_t>(LoginItem::Status::notRegistered));
+static_assert(static_cast<std::int64_t>(SMAppServiceStatusEnabled) == static_cast<std::int64_t>(LoginItem::Status::enabled));
+static_assert(static_cast<std::int64_t>(SMAppServiceStatusRequiresApproval) ==
+              static_cast<std::int64_t>(LoginItem::Status::requiresApproval));
+static_assert(static_cast<std::int64_t>(SMAppServiceStatusNotFound) ==
+              static_cast<std::int64_t>(LoginItem::Status::notFound));
 
 namespace {
 
