@@ -15,7 +15,9 @@ std::size_t conversionLength(std::string_view rest) {
 
 }  // namespace
 
-std::string LocalizedText::untranslated() const {
+std::string LocalizedText::untranslated() const { return filledIn(key); }
+
+std::string LocalizedText::filledIn(std::string_view key) const {
     std::string text;
     text.reserve(key.size());
     std::size_t nextArgument = 0;
@@ -27,7 +29,7 @@ std::string LocalizedText::untranslated() const {
                 ++index;
                 continue;
             }
-            const std::size_t length = conversionLength(std::string_view(key).substr(index + 1));
+            const std::size_t length = conversionLength(key.substr(index + 1));
             if (length > 0 && nextArgument < arguments.size()) {
                 text += arguments[nextArgument++];
                 index += length;

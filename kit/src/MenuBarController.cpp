@@ -6,6 +6,19 @@
 
 namespace orvik {
 
+namespace {
+
+// Weak, so that releasing a controller still ends its redrawing; the
+// application keeps its controller alive.
+std::weak_ptr<MenuBarController>& sharedController() {
+    static std::weak_ptr<MenuBarController> controller;
+    return controller;
+}
+
+}  // namespace
+
+std::shared_ptr<MenuBarController> MenuBarController::shared() { return sharedController().lock(); }
+
 MenuBarController::MenuBarController(std::shared_ptr<StatusItem> statusItem, std::shared_ptr<MainThread> mainThread,
                                      std::string title, std::function<std::string()> symbol)
     : statusItem_(std::move(statusItem)),
@@ -21,6 +34,9 @@ std::shared_ptr<MenuBarController> MenuBarController::create(std::shared_ptr<Sta
     assertOnMainThread(*mainThread);
     std::shared_ptr<MenuBarController> controller(
         new MenuBarController(std::move(statusItem), std::move(mainThread), std::move(title), std::move(symbol)));
+    controller->statusItem_->configureButton(controller->title_, [weak = controller->weak_from_this()] {
+        if (const auto alive = weak.lock()) alive->toggle();
+    });
     controller->updateIcon();
     // The signal comes before the new value is stored: redraw in a later
     // task, when the symbol reads the new state.
@@ -30,6 +46,7 @@ std::shared_ptr<MenuBarController> MenuBarController::create(std::shared_ptr<Sta
                 if (const auto alive = weak.lock()) alive->updateIcon();
             });
         });
+    sharedController() = controller;
     return controller;
 }
 

@@ -28,7 +28,7 @@ std::span<const std::string_view> candidateURLs(Pane pane) noexcept {
 
 bool open(Pane pane, URLOpener& opener) {
     for (std::string_view url : candidateURLs(pane)) {
-        if (opener.open(url)) return true;
+        if (opener.open(url) == URLOpenResult::opened) return true;
     }
     return false;
 }
@@ -47,6 +47,14 @@ namespace orvik::AppInfo {
 
 std::string version(const std::optional<std::string>& shortVersionString) {
     return shortVersionString ? *shortVersionString : std::string(developmentVersion);
+}
+
+std::string subsystem(const std::optional<std::string>& bundleIdentifier) {
+    return bundleIdentifier && !bundleIdentifier->empty() ? *bundleIdentifier : std::string(makerIdentifier);
+}
+
+std::string scriptingQueueLabel(const std::optional<std::string>& bundleIdentifier) {
+    return subsystem(bundleIdentifier) + ".applescript";
 }
 
 }  // namespace orvik::AppInfo

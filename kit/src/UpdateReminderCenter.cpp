@@ -1,5 +1,7 @@
 #include "OrvikKit/UpdateReminderCenter.h"
 
+#include "OrvikKit/FatalError.h"
+
 #include <cassert>
 #include <utility>
 
@@ -58,8 +60,11 @@ void UpdateReminderCenter::checkForUpdates() {
     assertOnMainThreadWhenKnown();
     if (real_) {
         // Whether the page opened makes no difference: the user has dealt
-        // with the reminder either way.
-        real_->urlOpener->open(UpdateReminder::updatesPageAddress(app_, version_));
+        // with the reminder either way. An address that is not a URL is the
+        // program's own fault, not the user's.
+        if (real_->urlOpener->open(UpdateReminder::updatesPageAddress(app_, version_)) == URLOpenResult::notAURL) {
+            fatalError("the updates-page address does not parse as a URL");
+        }
         real_->reminder.restart(real_->now());
     }
     updateReminderDue.set(false);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <new>
 #include <stdexcept>
 #include <thread>
@@ -178,6 +179,29 @@ TEST_F(MediaKeyTapTest, OtherEventTypesPassWithoutBeingRead) {
         return std::optional<SystemDefinedFields>(SystemDefinedFields{8, mediaKeyData1(playKey, true)});
     }));
     EXPECT_FALSE(read);
+}
+
+// What the platform callback relies on: it hands over the event's type and a
+// reader, and the fields (which the platform can read only for system-defined
+// events) are read once, and only for a system-defined event with a tap
+// behind the user data.
+TEST_F(MediaKeyTapTest, TheCallbackReadsFieldsOnlyForSystemDefinedEventsAndOnce) {
+    takeEveryKey();
+    ASSERT_TRUE(tap.start());
+    int reads = 0;
+    const auto reader = [&] {
+        ++reads;
+        return std::optional<SystemDefinedFields>(SystemDefinedFields{8, mediaKeyData1(playKey, true)});
+    };
+    for (const std::uint32_t type : {0u, 1u, 10u, 11u, 12u, 13u, 15u, TapEventType::disabledByTimeout,
+                                     TapEventType::disabledByUserInput}) {
+        EXPECT_FALSE(MediaKeyTap::dropsEvent(&tap, type, reader));
+    }
+    EXPECT_EQ(reads, 0);
+    EXPECT_FALSE(MediaKeyTap::dropsEvent(nullptr, TapEventType::systemDefined, reader));
+    EXPECT_EQ(reads, 0);
+    EXPECT_TRUE(MediaKeyTap::dropsEvent(&tap, TapEventType::systemDefined, reader));
+    EXPECT_EQ(reads, 1);
 }
 
 TEST_F(MediaKeyTapTest, NullUserDataLetsTheEventPass) {

@@ -138,7 +138,9 @@ TEST_F(MenuBarControllerTest, WithoutAButtonNothingIsDrawn) {
     state.setSymbol("play.fill");
     mainThread->runUntilIdle();
     EXPECT_FALSE(statusItem->image.has_value());
-    EXPECT_TRUE(statusItem->calls.empty());
+    // The status item is asked to wire its button, and has none to wire.
+    EXPECT_EQ(statusItem->calls, (std::vector<std::string>{"configureButton"}));
+    EXPECT_FALSE(statusItem->buttonAccessibilityLabel.has_value());
 }
 
 TEST_F(MenuBarControllerTest, AReleasedControllerStopsRedrawing) {
@@ -279,6 +281,7 @@ TEST_F(MenuBarControllerTest, OpenWhenShownDoesNothing) {
 TEST_F(MenuBarControllerTest, OpenWithoutAButtonDoesNothing) {
     statusItem->buttonExists = false;
     const auto controller = makeController();
+    statusItem->calls.clear();
     controller->open();
     controller->toggle();
     EXPECT_TRUE(statusItem->calls.empty());
@@ -322,6 +325,52 @@ TEST_F(MenuBarControllerTest, CloseClosesOnlyAShownPopover) {
     controller->close();
     EXPECT_EQ(statusItem->calls, (std::vector<std::string>{"close"}));
     EXPECT_FALSE(statusItem->popoverShown);
+}
+
+// --- Button wiring and the shared controller ------------------------------------------
+
+TEST_F(MenuBarControllerTest, TheButtonIsLabelledWithTheTitleAndWiredBeforeTheFirstDrawing) {
+    const auto controller = makeController();
+    EXPECT_EQ(statusItem->buttonAccessibilityLabel, "Tolvane");
+    ASSERT_GE(statusItem->calls.size(), 2u);
+    EXPECT_EQ(statusItem->calls[0], "configureButton");
+    EXPECT_EQ(statusItem->calls[1], "setImage playpause.fill");
+}
+
+TEST_F(MenuBarControllerTest, ClickingTheButtonToggles) {
+    const auto controller = makeController();
+    statusItem->calls.clear();
+    statusItem->click();
+    EXPECT_TRUE(statusItem->popoverShown);
+    EXPECT_TRUE(statusItem->popoverIsKey);
+    statusItem->click();
+    EXPECT_FALSE(statusItem->popoverShown);
+    EXPECT_EQ(statusItem->calls, (std::vector<std::string>{"activate", "show", "makeKey", "close"}));
+}
+
+TEST_F(MenuBarControllerTest, TheButtonHoldsTheControllerWeakly) {
+    auto controller = makeController();
+    const std::weak_ptr<MenuBarController> weak = controller;
+    controller.reset();
+    EXPECT_TRUE(weak.expired());
+    statusItem->calls.clear();
+    statusItem->click();
+    EXPECT_TRUE(statusItem->calls.empty());
+}
+
+TEST_F(MenuBarControllerTest, SharedIsTheControllerMostRecentlyConstructed) {
+    const auto first = makeController();
+    EXPECT_EQ(MenuBarController::shared(), first);
+    auto otherItem = std::make_shared<FakeStatusItem>();
+    const auto second = MenuBarController::create(otherItem, mainThread, "Other", state.changes,
+                                                  [] { return std::string("star"); });
+    EXPECT_EQ(MenuBarController::shared(), second);
+}
+
+TEST_F(MenuBarControllerTest, SharedDoesNotKeepAReleasedControllerAlive) {
+    auto controller = makeController();
+    controller.reset();
+    EXPECT_EQ(MenuBarController::shared(), nullptr);
 }
 
 }  // namespace

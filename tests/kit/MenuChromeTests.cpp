@@ -40,6 +40,13 @@ TEST(LocalizedTextTest, UntranslatedTextPutsTheArgumentsIntoTheKey) {
     EXPECT_EQ(appText("Version %@", {"%@"}).untranslated(), "Version %@");
 }
 
+TEST(LocalizedTextTest, ATranslationIsFilledInByTheSameRule) {
+    EXPECT_EQ(kitText("Version %@", {"1.2"}).filledIn("Versión %@"), "Versión 1.2");
+    EXPECT_EQ(appText("Keys sent: %lld", {"12"}).filledIn("%lld Tasten gesendet (100%%)"),
+              "12 Tasten gesendet (100%)");
+    EXPECT_EQ(appText("Quit").filledIn("Beenden"), "Beenden");
+}
+
 // --- Footer -------------------------------------------------------------------------
 
 class MenuFooterTest : public testing::Test {

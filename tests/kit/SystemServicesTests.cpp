@@ -41,6 +41,13 @@ TEST(SystemSettingsTest, KeyboardPaneTriesTheSecondURLWhenTheFirstDoesNotOpen) {
     EXPECT_EQ(opener.opened(), (std::vector<std::string>{newKeyboardPane, oldKeyboardPane}));
 }
 
+TEST(SystemSettingsTest, ACandidateThatIsNotAURLIsSkipped) {
+    FakeURLOpener opener;
+    opener.unparsable = {newKeyboardPane};
+    EXPECT_TRUE(SystemSettings::open(SystemSettings::Pane::keyboardShortcuts, opener));
+    EXPECT_EQ(opener.opened(), (std::vector<std::string>{newKeyboardPane, oldKeyboardPane}));
+}
+
 TEST(SystemSettingsTest, KeyboardPaneNeverTriesTheSecondURLWhenTheFirstOpens) {
     FakeURLOpener opener;
     EXPECT_TRUE(SystemSettings::open(SystemSettings::Pane::keyboardShortcuts, opener));
@@ -96,6 +103,17 @@ TEST(LoginItemTest, FailureIsLoggedWithTheErrorsDescription) {
 TEST(AppInfoTest, BundleWithoutShortVersionShowsDev) {
     EXPECT_EQ(AppInfo::version(std::nullopt), "dev");
     EXPECT_EQ(AppInfo::version(std::string("1.2")), "1.2");
+}
+
+TEST(AppInfoTest, LogsUnderTheBundleIdentifierOrTheMakers) {
+    EXPECT_EQ(AppInfo::subsystem(std::string("com.example.tolvane")), "com.example.tolvane");
+    EXPECT_EQ(AppInfo::subsystem(std::nullopt), "com.orvik");
+    EXPECT_EQ(AppInfo::subsystem(std::string()), "com.orvik");
+}
+
+TEST(AppInfoTest, ScriptingQueueIsLabelledAfterTheApp) {
+    EXPECT_EQ(AppInfo::scriptingQueueLabel(std::string("com.example.tolvane")), "com.example.tolvane.applescript");
+    EXPECT_EQ(AppInfo::scriptingQueueLabel(std::nullopt), "com.orvik.applescript");
 }
 
 // --- The fakes behave as the interfaces say -------------------------------------------

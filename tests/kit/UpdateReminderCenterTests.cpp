@@ -190,6 +190,12 @@ TEST_F(UpdateReminderCenterTest, DismissingWhenNotDueStillRestartsThePeriod) {
     EXPECT_TRUE(center->updateReminderDue.get());
 }
 
+TEST_F(UpdateReminderCenterTest, AnUpdatesPageThatIsNotAURLStopsTheProcess) {
+    const auto center = makeCenter("1.0");
+    opener->unparsable = {UpdateReminder::updatesPageAddress("tolvane", "1.0")};
+    EXPECT_DEATH(center->checkForUpdates(), "updates-page address does not parse");
+}
+
 TEST_F(UpdateReminderCenterTest, DismissingWhenDueTurnsTheFlagOffAndRestartsThePeriod) {
     storePeriod("1.0", start - period - oneDay);
     const auto center = makeCenter("1.0");

@@ -31,6 +31,11 @@ struct LocalizedText {
     // without an argument stay as they are.
     std::string untranslated() const;
 
+    // The text shown for `format`, the key's translation from its table:
+    // the format with each placeholder replaced by the next argument, by the
+    // same rule as `untranslated`.
+    std::string filledIn(std::string_view format) const;
+
     friend bool operator==(const LocalizedText&, const LocalizedText&) = default;
 };
 

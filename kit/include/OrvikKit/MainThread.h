@@ -39,6 +39,11 @@ public:
     virtual bool isCurrent() const = 0;
 };
 
+// A delay or leeway as whole nanoseconds, as the platform's timers take
+// them: rounded to the nearest nanosecond, negative and NaN durations as 0,
+// durations past the 64-bit range as its largest value.
+std::int64_t wholeNanoseconds(Duration duration) noexcept;
+
 // Stops the process when called off the main thread: a broken threading rule
 // is a programming fault, and failing loudly finds it at once.
 void assertOnMainThread(const MainThread& mainThread);

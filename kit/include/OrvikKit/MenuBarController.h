@@ -87,6 +87,10 @@ public:
     // Whether the status item has a button (the system may give none).
     virtual bool hasButton() const = 0;
 
+    // Wires the button: clicking it calls `action`, and assistive technology
+    // reads `accessibilityLabel` for it. Does nothing without a button.
+    virtual void configureButton(std::string_view accessibilityLabel, std::function<void()> action) = 0;
+
     // Makes the system symbol image `image` describes (a template image with
     // the accessibility description; badged: a new template image of the
     // same size and description with the dot drawn) and puts it on the
@@ -113,14 +117,21 @@ public:
     // Keeps the item's place in the menu bar across launches.
     static constexpr std::string_view autosaveName = "Item-0";
 
-    // A controller over `statusItem` for the app named `title` (the image's
-    // accessibility description). Draws the image from `symbol()` at once,
-    // then again, in a later main-thread task, each time `changes` fires, so
-    // that the symbol is read after the change has landed.
+    // A controller over `statusItem` for the app named `title` (the button's
+    // accessibility label and the image's accessibility description). Wires
+    // the button to `toggle()` (holding the controller weakly), draws the
+    // image from `symbol()` at once, then again, in a later main-thread task,
+    // each time `changes` fires, so that the symbol is read after the change
+    // has landed. Last, it becomes `shared()`.
     static std::shared_ptr<MenuBarController> create(std::shared_ptr<StatusItem> statusItem,
                                                      std::shared_ptr<MainThread> mainThread,
                                                      std::string title, ChangeSignal& changes,
                                                      std::function<std::string()> symbol);
+
+    // The controller most recently constructed, while something keeps it
+    // alive (the application does, for the life of the process); null
+    // before the first. Main thread only.
+    static std::shared_ptr<MenuBarController> shared();
 
     MenuBarController(const MenuBarController&) = delete;
     MenuBarController& operator=(const MenuBarController&) = delete;

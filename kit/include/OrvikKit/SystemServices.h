@@ -56,13 +56,18 @@ public:
     virtual bool setEnabled(bool enabled) = 0;
 };
 
+// What became of a request to open a URL.
+enum class URLOpenResult : std::uint8_t {
+    opened,     // the workspace reported success
+    notOpened,  // a URL, which the workspace did not open
+    notAURL,    // the string does not parse as a URL; nothing was asked of the workspace
+};
+
 // Opening a URL through the workspace.
 class URLOpener {
 public:
     virtual ~URLOpener() = default;
-    // Answers whether the workspace reported success. A string that does not
-    // parse as a URL fails.
-    virtual bool open(std::string_view url) = 0;
+    virtual URLOpenResult open(std::string_view url) = 0;
 };
 
 // Which applications run, by bundle identifier.
@@ -82,8 +87,9 @@ enum class Pane : std::uint8_t { accessibility, automation, screenRecording, key
 // Preferences only the second.
 std::span<const std::string_view> candidateURLs(Pane pane) noexcept;
 
-// Tries the pane's URLs in order and stops at the first that opens. Answers
-// whether one did; when none does, nothing else happens.
+// Tries the pane's URLs in order and stops at the first that opens (one
+// that does not parse is skipped). Answers whether one did; when none does,
+// nothing else happens.
 bool open(Pane pane, URLOpener& opener);
 
 }  // namespace SystemSettings
@@ -111,6 +117,18 @@ inline constexpr std::string_view developmentVersion = "dev";
 // The app's version from the bundle's short version string, when it has one
 // that is a string.
 std::string version(const std::optional<std::string>& shortVersionString);
+
+// The maker's reverse-DNS identifier: the logging subsystem of a process
+// whose main bundle has no identifier (a test runner, a bare executable).
+inline constexpr std::string_view makerIdentifier = "com.orvik";
+
+// The unified-log subsystem: the main bundle's identifier, or the maker's
+// when the bundle has none (or an empty one).
+std::string subsystem(const std::optional<std::string>& bundleIdentifier);
+
+// The label of the serial queue that runs the app's AppleScript: the
+// subsystem followed by ".applescript".
+std::string scriptingQueueLabel(const std::optional<std::string>& bundleIdentifier);
 
 }  // namespace AppInfo
 

@@ -78,7 +78,9 @@ public:
     void refresh();
 
     // The "Check for Updates" action: opens the updates page for the app and
-    // version (a failure to open is ignored), restarts the period at now and
+    // version (a failure to open is ignored; an address that does not parse
+    // as a URL is a programming fault that stops the process), restarts the
+    // period at now and
     // sets the flag to false. A preview only sets the flag.
     void checkForUpdates();
 

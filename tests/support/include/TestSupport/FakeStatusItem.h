@@ -3,9 +3,12 @@
 // last set and records every call in order.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "OrvikKit/MenuBarController.h"
@@ -15,6 +18,19 @@ namespace testsupport {
 class FakeStatusItem final : public orvik::StatusItem {
 public:
     bool hasButton() const override { return buttonExists; }
+
+    void configureButton(std::string_view accessibilityLabel, std::function<void()> action) override {
+        calls.emplace_back("configureButton");
+        if (!buttonExists) return;
+        buttonAccessibilityLabel = std::string(accessibilityLabel);
+        buttonAction = std::move(action);
+    }
+
+    // A click on the button, as the user makes it: calls the action the
+    // controller wired, if any.
+    void click() {
+        if (buttonAction) buttonAction();
+    }
 
     bool setImage(const orvik::StatusItemImage& image) override {
         calls.push_back("setImage " + image.symbolName);
@@ -42,6 +58,8 @@ public:
     }
 
     bool buttonExists = true;
+    std::optional<std::string> buttonAccessibilityLabel;  // set by configureButton
+    std::function<void()> buttonAction;                    // set by configureButton
     // The symbols the platform has; nothing: every name.
     std::optional<std::set<std::string>> knownSymbols;
 

@@ -21,12 +21,15 @@ namespace testsupport {
 // Opens every URL unless told otherwise; remembers each one asked for.
 class FakeURLOpener final : public orvik::URLOpener {
 public:
-    bool open(std::string_view url) override {
+    orvik::URLOpenResult open(std::string_view url) override {
         opened_.emplace_back(url);
-        if (failing.contains(std::string(url))) return false;
-        return opensByDefault;
+        if (unparsable.contains(std::string(url))) return orvik::URLOpenResult::notAURL;
+        if (failing.contains(std::string(url))) return orvik::URLOpenResult::notOpened;
+        return opensByDefault ? orvik::URLOpenResult::opened : orvik::URLOpenResult::notOpened;
     }
 
+    // Strings that do not parse as URLs.
+    std::set<std::string> unparsable;
     // URLs that fail to open, whatever `opensByDefault` says.
     std::set<std::string> failing;
     // The answer for every URL not in `failing`.

@@ -1,0 +1,13 @@
+// <AppKit/NSAccessibilityProtocols.h>
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+@protocol NSAccessibility <NSObject>
+@required
+@property (nullable, copy) NSString *accessibilityLabel API_AVAILABLE(macos(10.10));
+@end
+
+NS_ASSUME_NONNULL_END

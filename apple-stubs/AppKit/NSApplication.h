@@ -1,0 +1,22 @@
+// <AppKit/NSApplication.h>
+#pragma once
+
+#import <AppKit/NSResponder.h>
+
+@class NSNotification;
+
+NS_ASSUME_NONNULL_BEGIN
+
+@protocol NSApplicationDelegate <NSObject>
+@optional
+- (void)applicationDidFinishLaunching:(NSNotification *)notification;
+@end
+
+@interface NSApplication : NSResponder
+@property (class, readonly, strong) __kindof NSApplication *sharedApplication;
+@property (nullable, weak) id<NSApplicationDelegate> delegate;
+- (void)run;
+- (void)activateIgnoringOtherApps:(BOOL)flag;
+@end
+
+NS_ASSUME_NONNULL_END

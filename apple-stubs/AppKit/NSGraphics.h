@@ -1,0 +1,10 @@
+// <AppKit/NSGraphics.h>
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+typedef NS_ENUM(NSUInteger, NSCompositingOperation){
+    NSCompositingOperationClear = 0,
+    NSCompositingOperationCopy = 1,
+    NSCompositingOperationSourceOver = 2,
+};

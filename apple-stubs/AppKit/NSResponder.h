@@ -1,0 +1,7 @@
+// <AppKit/NSResponder.h>
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+@interface NSResponder : NSObject
+@end

@@ -1,0 +1,35 @@
+// <CoreFoundation/CFBase.h>
+#pragma once
+
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#include <MacTypes.h>
+#include <os/availability.h>
+
+#define CF_BRIDGED_TYPE(T) __attribute__((objc_bridge(T)))
+#define CF_BRIDGED_MUTABLE_TYPE(T) __attribute__((objc_bridge_mutable(T)))
+
+#define __CF_NAMED_ENUM(_type, _name) \
+    enum _name : _type _name;         \
+    enum _name : _type
+#define CF_ENUM(_type, _name) __CF_NAMED_ENUM(_type, _name)
+
+typedef unsigned long CFTypeID;
+typedef signed long CFIndex;
+
+typedef const CF_BRIDGED_TYPE(id) void *CFTypeRef;
+typedef const struct CF_BRIDGED_TYPE(NSString) __CFString *CFStringRef;
+typedef const struct CF_BRIDGED_TYPE(id) __CFAllocator *CFAllocatorRef;
+
+extern "C" {
+
+extern const CFAllocatorRef kCFAllocatorDefault;
+
+CFTypeID CFGetTypeID(CFTypeRef cf);
+CFTypeRef CFRetain(CFTypeRef cf);
+void CFRelease(CFTypeRef cf);
+Boolean CFEqual(CFTypeRef cf1, CFTypeRef cf2);
+
+}

@@ -1,0 +1,13 @@
+// <Foundation/NSArray.h>
+#pragma once
+
+#import <Foundation/NSObject.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+@interface NSArray<__covariant ObjectType> : NSObject <NSCopying>
+@property (readonly) NSUInteger count;
+@property (nullable, nonatomic, readonly) ObjectType firstObject API_AVAILABLE(macos(10.6));
+@end
+
+NS_ASSUME_NONNULL_END

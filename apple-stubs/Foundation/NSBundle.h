@@ -1,0 +1,16 @@
+// <Foundation/NSBundle.h>
+#pragma once
+
+#import <Foundation/NSObject.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+@interface NSBundle : NSObject
+@property (class, readonly, strong) NSBundle *mainBundle;
+@property (nullable, readonly, copy) NSString *bundleIdentifier;
+- (nullable id)objectForInfoDictionaryKey:(NSString *)key;
+- (NSString *)localizedStringForKey:(NSString *)key value:(nullable NSString *)value table:(nullable NSString *)tableName
+    __attribute__((format_arg(1)));
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,4 @@
+// <ImageIO/ImageIO.h>
+#pragma once
+
+#include <ImageIO/CGImageSource.h>

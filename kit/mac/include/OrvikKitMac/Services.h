@@ -1,0 +1,80 @@
+// The kit's macOS adapters, one per port, as the app's entry builds them.
+// Plain C++: no Objective-C type appears here, so any C++ file may include
+// it; the definitions are Objective-C++ (kit/mac/*.mm) and build only on
+// Apple platforms.
+//
+// Every adapter translates between a port and Apple's API and decides
+// nothing; the rules they follow live in the portable kit and its tests.
+// Main thread only unless a port says otherwise.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "OrvikKit/HotKeys.h"
+#include "OrvikKit/LocalizedText.h"
+#include "OrvikKit/MainThread.h"
+#include "OrvikKit/MenuBarController.h"
+#include "OrvikKit/Notifications.h"
+#include "OrvikKit/SerialQueue.h"
+#include "OrvikKit/SystemServices.h"
+#include "OrvikKitCore/Preferences.h"
+
+namespace orvik::mac {
+
+// The main dispatch queue. Delayed tasks run on dispatch timers started
+// from the wall clock (dispatch_walltime), which keeps counting while the Mac
+// sleeps, with the given leeway.
+std::shared_ptr<MainThread> makeMainQueue();
+
+// A serial dispatch queue of quality of service user-initiated whose work
+// items each run in an autorelease pool of their own.
+std::shared_ptr<SerialQueue> makeSerialQueue(const std::string& label);
+
+// The main bundle's identifier, when it has one.
+std::optional<std::string> mainBundleIdentifier();
+
+// The main bundle's short version and unified-log loggers (subsystem:
+// AppInfo::subsystem of the bundle identifier).
+std::shared_ptr<AppInfoSource> makeAppInfoSource();
+
+// The distributed notification centre and the shared workspace's centre.
+// Handlers run on the main queue and assert it with `mainThread`.
+std::shared_ptr<NotificationCenter> makeDistributedNotificationCenter(std::shared_ptr<const MainThread> mainThread);
+std::shared_ptr<NotificationCenter> makeWorkspaceNotificationCenter(std::shared_ptr<const MainThread> mainThread);
+
+std::shared_ptr<AccessibilityTrust> makeAccessibilityTrust();
+
+// The main app's login-item service; failures are logged to `logger`.
+std::shared_ptr<LoginItemService> makeLoginItemService(std::shared_ptr<Logger> logger);
+
+std::shared_ptr<URLOpener> makeURLOpener();
+std::shared_ptr<RunningApplications> makeRunningApplications();
+
+// The standard user defaults as a preference store.
+std::shared_ptr<PreferenceStore> makeStandardUserDefaults();
+// The user defaults of a suite (a domain of its own); null when the suite
+// name is refused (the app's own bundle identifier, or the global domain).
+std::shared_ptr<PreferenceStore> makeUserDefaults(const std::string& suiteName);
+
+// The text a view shows for `text`: its key looked up in its table of the
+// main bundle (the main table, or "OrvikKit" for the kit's texts) in the
+// current locale, with the arguments filled in; the key itself where no
+// translation exists.
+std::string localizedString(const LocalizedText& text);
+
+// The status item of the system status bar, with its popover. Its content
+// is, for now, an empty view of the menu's width.
+std::shared_ptr<StatusItem> makeStatusItem();
+
+}  // namespace orvik::mac
+
+namespace orvik::MemoryFootprint {
+
+// The process's physical footprint now and at its highest, from the
+// kernel's version-4 resource-usage record; both 0 when the kernel refuses.
+Reading read();
+
+}  // namespace orvik::MemoryFootprint
