@@ -1,0 +1,16 @@
+# What the macOS bundle Tolvane.app is made of, set up on every platform so
+# that its tests (tests/bundle) check the same files on Linux that a Mac
+# packs into the bundle: the Info.plist (configured here from the project's
+# version and the deployment target), the entitlements, and the English
+# strings tables of the app ("Localizable") and of the kit ("OrvikKit").
+# The bundle target itself is app/bundle/CMakeLists.txt (Apple only).
+
+set(TOLVANE_BUNDLE_IDENTIFIER "com.orvikworks.Tolvane")
+set(TOLVANE_BUNDLE_NAME "Tolvane")
+
+set(TOLVANE_ENTITLEMENTS ${PROJECT_SOURCE_DIR}/app/bundle/Tolvane.entitlements)
+set(TOLVANE_APP_STRINGS ${PROJECT_SOURCE_DIR}/app/bundle/en.lproj/Localizable.strings)
+set(TOLVANE_KIT_STRINGS ${PROJECT_SOURCE_DIR}/kit/resources/en.lproj/OrvikKit.strings)
+
+set(TOLVANE_INFO_PLIST ${PROJECT_BINARY_DIR}/bundle/Info.plist)
+configure_file(${PROJECT_SOURCE_DIR}/app/bundle/Info.plist.in ${TOLVANE_INFO_PLIST} @ONLY)
