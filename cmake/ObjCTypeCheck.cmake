@@ -1,7 +1,8 @@
 # Type-checks every Objective-C++ file of the project against the
 # declaration-only Apple headers in apple-stubs/, with clang's Objective-C++
 # front end and ARC, so that a wrong selector, argument type or nullability
-# fails on any system, not only on a Mac. Nothing is compiled to code or
+# fails on any system, not only on a Mac; the warnings are the project's own,
+# as the Mac build applies them. Nothing is compiled to code or
 # linked. Run by CTest (test MacAdaptersTypeCheck) as
 #
 #   cmake -DCLANGXX=<clang++> -DSOURCE_DIR=<repo> -DINCLUDE_DIRS=<a|b|...> -P ObjCTypeCheck.cmake
@@ -27,7 +28,7 @@ endif()
 
 set(flags
     -std=c++20 -x objective-c++ -fobjc-arc -fblocks -fobjc-runtime=macosx-13.0
-    -fsyntax-only -Wall -Wextra -Werror
+    -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Werror
     -isystem "${SOURCE_DIR}/apple-stubs")
 string(REPLACE "|" ";" includeDirs "${INCLUDE_DIRS}")
 list(REMOVE_DUPLICATES includeDirs)
