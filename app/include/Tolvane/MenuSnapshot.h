@@ -32,6 +32,10 @@ struct SampleArtwork {
 
 TrackSummary sampleSummary();
 
+// An artwork image over the platform's image content (the one place outside
+// the scripting layer that makes one; none for no content).
+std::optional<ArtworkImage> artworkImage(std::shared_ptr<const ArtworkImage::Content> content);
+
 // A preview state over an empty in-memory store (so every setting has its
 // default), with the sample track (playing, with `artwork`) applied,
 // Accessibility granted and 12 keys forwarded. Its update reminder is a
