@@ -102,8 +102,8 @@ SettingsCard settings(const std::shared_ptr<AppState>& state, const MenuEnvironm
         .options = std::move(options),
         .selection = state->closedBehavior(),
         .select = onState(state, [](AppState& alive, ClosedBehavior behavior) { alive.setClosedBehavior(behavior); }),
-        .openAtLogin = environment.loginItem ? orvik::OpenAtLoginRow(environment.loginItem)
-                                             : orvik::OpenAtLoginRow::snapshot(),
+        .openAtLogin = environment.openAtLogin ? environment.openAtLogin
+                                               : std::make_shared<orvik::OpenAtLoginRow>(environment.loginItem),
     };
 }
 

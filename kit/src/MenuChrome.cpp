@@ -1,5 +1,7 @@
 #include "OrvikKit/MenuChrome.h"
 
+#include "OrvikKit/Snapshot.h"
+
 #include <cassert>
 #include <utility>
 
@@ -33,16 +35,15 @@ UpdateReminderCard UpdateReminderCard::from(std::shared_ptr<UpdateReminderCenter
     return card;
 }
 
-OpenAtLoginRow::OpenAtLoginRow(std::shared_ptr<LoginItemService> loginItem, bool isOn)
-    : loginItem_(std::move(loginItem)), isOn_(isOn) {}
-
 OpenAtLoginRow::OpenAtLoginRow(std::shared_ptr<LoginItemService> loginItem)
-    : OpenAtLoginRow(loginItem, loginItem->isEnabled()) {}
-
-OpenAtLoginRow OpenAtLoginRow::snapshot() { return OpenAtLoginRow(nullptr, false); }
+    : loginItem_(std::move(loginItem)), snapshot_(Snapshot::isActive()), isOn_(false) {
+    if (snapshot_) return;
+    assert(loginItem_ != nullptr);
+    isOn_ = loginItem_->isEnabled();
+}
 
 void OpenAtLoginRow::setOn(bool on) {
-    if (!loginItem_) return;
+    if (snapshot_) return;
     isOn_ = loginItem_->setEnabled(on);
 }
 

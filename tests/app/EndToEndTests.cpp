@@ -7,6 +7,7 @@
 #include "Tolvane/AppState.h"
 #include "Tolvane/MenuContent.h"
 #include "Tolvane/MenuSnapshot.h"
+#include "TestSupport/SnapshotFlag.h"
 
 namespace tolvane {
 namespace {
@@ -26,9 +27,12 @@ const std::string* verbatim(const MenuText& text) { return std::get_if<std::stri
 class EndToEnd : public testing::Test {
 protected:
     AppWorld world;
+    std::shared_ptr<testsupport::FakeLoginItemService> loginItem =
+        std::make_shared<testsupport::FakeLoginItemService>(false);
 
     MenuContent menu(const std::shared_ptr<AppState>& state) {
-        return menuContent(state, MenuEnvironment{.loginItem = nullptr, .urlOpener = world.urlOpener, .version = "1.2", .quit = [] {}});
+        return menuContent(state, MenuEnvironment{
+                                      .loginItem = loginItem, .urlOpener = world.urlOpener, .version = "1.2", .quit = [] {}});
     }
 };
 
@@ -223,6 +227,7 @@ TEST_F(EndToEnd, ReminderNotNowHidesTheCardForAnotherPeriodWithoutOpeningAnythin
 }
 
 TEST_F(EndToEnd, SnapshotSampleStateGivesTheMenuTheSnapshotDraws) {
+    const testsupport::ScopedSnapshotFlag snapshot(true);
     const auto state = MenuSnapshot::sampleState(world.services(), FakeThumbnailer::image("gradient"));
     const MenuContent content = menu(state);
 
@@ -237,7 +242,8 @@ TEST_F(EndToEnd, SnapshotSampleStateGivesTheMenuTheSnapshotDraws) {
     EXPECT_EQ(content.nowPlaying.artwork, FakeThumbnailer::image("gradient"));
     EXPECT_EQ(content.nowPlaying.transport[1].symbol, "pause.fill");
     EXPECT_EQ(content.settings.selection, ClosedBehavior::launchMusic);
-    EXPECT_FALSE(content.settings.openAtLogin.isOn());
+    EXPECT_FALSE(content.settings.openAtLogin->isOn());
+    EXPECT_EQ(loginItem->isEnabledCalls, 0u);
     EXPECT_EQ(content.footer.caption, orvik::appText("Keys sent: %lld", {"12"}));
 
     // Building it did no system work.

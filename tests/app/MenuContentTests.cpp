@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "AppWorld.h"
+#include "TestSupport/SnapshotFlag.h"
 
 namespace tolvane {
 namespace {
@@ -54,7 +55,7 @@ TEST_F(MenuContentTest, MiddleButtonLaunchesMusicWhateverTheClosedSettingSays) {
         AppWorld fresh;
         fresh.settings->write(AppState::closedBehaviorPreference, behavior);
         const auto state = fresh.launch();
-        menuContent(state, {}).nowPlaying.transport[1].action();
+        menuContent(state, {.loginItem = loginItem}).nowPlaying.transport[1].action();
         fresh.settle();
         EXPECT_EQ(fresh.commandRuns(), Strings{commandSource(MusicCommand::launchAndPlay)});
         EXPECT_EQ(state->keysForwarded(), 0) << "buttons are not counted";
@@ -184,19 +185,39 @@ TEST_F(MenuContentTest, OpenAtLoginRowReadsTheLoginItemAndSpringsBackWhenRefused
     loginItem->enabled = true;
     const auto state = world.launch();
     SettingsCard settings = menu(state).settings;
-    EXPECT_TRUE(settings.openAtLogin.isOn());
+    EXPECT_TRUE(settings.openAtLogin->isOn());
     loginItem->refusesChanges = true;
-    settings.openAtLogin.setOn(false);
-    EXPECT_TRUE(settings.openAtLogin.isOn());
+    settings.openAtLogin->setOn(false);
+    EXPECT_TRUE(settings.openAtLogin->isOn());
     EXPECT_EQ(loginItem->requests, std::vector<bool>{false});
 }
 
 TEST_F(MenuContentTest, SnapshotMenuShowsOpenAtLoginOffWithoutAskingTheService) {
+    const testsupport::ScopedSnapshotFlag snapshot(true);
     loginItem->enabled = true;
     const auto state = world.launch(true);
-    const MenuContent content = menuContent(state, MenuEnvironment{});
-    EXPECT_FALSE(content.settings.openAtLogin.isOn());
+    const MenuContent content = menu(state);
+    EXPECT_FALSE(content.settings.openAtLogin->isOn());
     EXPECT_EQ(loginItem->isEnabledCalls, 0u);
+}
+
+TEST_F(MenuContentTest, ALiveMenuWithoutTheSnapshotFlagShowsTheRealLoginState) {
+    loginItem->enabled = true;
+    const auto state = world.launch(true);
+    EXPECT_TRUE(menu(state).settings.openAtLogin->isOn()) << "a preview state alone does not mean a snapshot";
+}
+
+TEST_F(MenuContentTest, TheOpenAtLoginRowGivenByThePopoverIsUsedWithoutAskingAgain) {
+    loginItem->enabled = true;
+    const auto state = world.launch();
+    const auto row = std::make_shared<orvik::OpenAtLoginRow>(loginItem);
+    loginItem->enabled = false;
+    for (int rebuild = 0; rebuild < 3; ++rebuild) {
+        const MenuContent content = menuContent(state, {.loginItem = loginItem, .openAtLogin = row});
+        EXPECT_EQ(content.settings.openAtLogin, row);
+        EXPECT_TRUE(content.settings.openAtLogin->isOn());
+    }
+    EXPECT_EQ(loginItem->isEnabledCalls, 1u);
 }
 
 TEST_F(MenuContentTest, PrivacyCardNamesBothPromises) {

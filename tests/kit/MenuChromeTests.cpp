@@ -8,6 +8,7 @@
 
 #include "TestSupport/FakeSystemServices.h"
 #include "TestSupport/ManualMainThread.h"
+#include "TestSupport/SnapshotFlag.h"
 
 namespace orvik {
 namespace {
@@ -242,11 +243,23 @@ TEST(OpenAtLoginRowTest, ARefusedRemovalSpringsBackOn) {
     EXPECT_TRUE(row.isOn());
 }
 
-TEST(OpenAtLoginRowTest, SnapshotRowIsOffAndIgnoresWrites) {
-    OpenAtLoginRow row = OpenAtLoginRow::snapshot();
+TEST(OpenAtLoginRowTest, WhileASnapshotRendersTheRowIsOffIgnoresWritesAndAsksNothing) {
+    const testsupport::ScopedSnapshotFlag snapshot(true);
+    const auto loginItem = std::make_shared<FakeLoginItemService>(true);
+    OpenAtLoginRow row(loginItem);
     EXPECT_FALSE(row.isOn());
     row.setOn(true);
     EXPECT_FALSE(row.isOn());
+    EXPECT_EQ(loginItem->isEnabledCalls, 0u);
+    EXPECT_TRUE(loginItem->requests.empty());
+}
+
+TEST(OpenAtLoginRowTest, WithoutTheSnapshotFlagTheRowReadsTheServiceOnceWhenMade) {
+    const auto loginItem = std::make_shared<FakeLoginItemService>(true);
+    OpenAtLoginRow row(loginItem);
+    EXPECT_TRUE(row.isOn());
+    EXPECT_TRUE(row.isOn());
+    EXPECT_EQ(loginItem->isEnabledCalls, 1u);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // What the popover shows, as data: a pure function of the app state (and the
-// update reminder it owns) that the AppKit views only draw. Every control
+// update reminder it owns) that MenuView turns into the view tree. Every control
 // carries the action it performs, bound weakly to the state.
 //
 // Texts are localisation keys: the kit's own in its table "OrvikKit", the
@@ -54,7 +54,8 @@ struct SettingsCard {
     std::vector<ClosedBehaviorOption> options;  // every case, in declared order
     ClosedBehavior selection;
     std::function<void(ClosedBehavior)> select;
-    orvik::OpenAtLoginRow openAtLogin;
+    // The open-at-login row's view state (see MenuEnvironment::openAtLogin).
+    std::shared_ptr<orvik::OpenAtLoginRow> openAtLogin;
 };
 
 struct MenuContent {
@@ -71,12 +72,16 @@ struct MenuContent {
 
 // What the menu needs beyond the state.
 struct MenuEnvironment {
-    // Null while a snapshot renders: the open-at-login row then shows its
-    // switch off without asking the login-item service.
-    std::shared_ptr<orvik::LoginItemService> loginItem;
-    std::shared_ptr<orvik::URLOpener> urlOpener;  // opens System Settings panes
-    std::string version;                          // the app's version
-    std::function<void()> quit;                   // asks the application to terminate
+    // The login-item service; while a snapshot renders (Snapshot::isActive)
+    // it is never asked and may be null.
+    std::shared_ptr<orvik::LoginItemService> loginItem{};
+    // The open-at-login row as read when the popover was shown (MenuPopover
+    // makes one per showing, so rebuilding the content does not ask the
+    // login-item service again). None: a row is read from `loginItem` now.
+    std::shared_ptr<orvik::OpenAtLoginRow> openAtLogin{};
+    std::shared_ptr<orvik::URLOpener> urlOpener{};  // opens System Settings panes
+    std::string version{};                          // the app's version
+    std::function<void()> quit{};                   // asks the application to terminate
 };
 
 // The localised title of a closed behaviour (app table).

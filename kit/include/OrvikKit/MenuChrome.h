@@ -20,11 +20,9 @@
 #include "OrvikKit/LocalizedText.h"
 #include "OrvikKit/SystemServices.h"
 #include "OrvikKit/UpdateReminderCenter.h"
+#include "OrvikKit/ViewColor.h"
 
 namespace orvik {
-
-// The platform's standard colours the chrome is drawn in.
-enum class NamedColor : std::uint8_t { gray, green, orange, pink, white, black, accent };
 
 // The header: brand glyph and name (from the brand), a status line with its
 // coloured dot, and the on/off switch.
@@ -112,28 +110,26 @@ struct WarningCard {
     std::function<void()> action;
 };
 
-// The "Open at login" setting row. Its switch shows the login-item state read
-// when the row is made (each time the menu is built); flipping it asks the
-// login-item service for the change and then shows the state the service
-// reports, so a refused change springs back at once.
+// The "Open at login" setting row's view state. The popover makes one each
+// time it is shown, which reads the login-item state once; flipping the
+// switch asks the login-item service for the change and then shows the state
+// the service reports, so a refused change springs back at once. While a
+// snapshot renders (Snapshot::isActive) the row shows the switch off without
+// asking the service and ignores writes.
 class OpenAtLoginRow {
 public:
     static constexpr std::string_view symbol = "power";
     static LocalizedText title() { return kitText("Open at login"); }
 
+    // `loginItem` is needed unless a snapshot is rendering.
     explicit OpenAtLoginRow(std::shared_ptr<LoginItemService> loginItem);
-
-    // For snapshots: shows the switch off without asking the service, and
-    // ignores writes.
-    static OpenAtLoginRow snapshot();
 
     bool isOn() const noexcept { return isOn_; }
     void setOn(bool on);
 
 private:
-    OpenAtLoginRow(std::shared_ptr<LoginItemService> loginItem, bool isOn);
-
     std::shared_ptr<LoginItemService> loginItem_;
+    bool snapshot_;
     bool isOn_;
 };
 

@@ -1,0 +1,102 @@
+// The painting port: what a laid-out view tree draws, in the root's point
+// coordinates (origin top left, y down). The platform implements it once
+// (CoreGraphics and CoreText on macOS, Cairo and Pango for the Linux
+// previews, a recording canvas in the tests); `paint` walks a layout and
+// makes the calls.
+//
+// Groups nest: every begin is matched by its end, innermost first. A shadow
+// group casts one shadow for everything drawn inside it; an opacity group
+// composites its contents at that opacity as one layer; a clip group clips
+// its contents to the shape.
+//
+// Main thread only.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "OrvikKit/Layout.h"
+#include "OrvikKit/ViewColor.h"
+#include "OrvikKit/ViewTree.h"
+
+namespace orvik {
+
+// A shape placed in a frame.
+struct PlacedShape {
+    Shape shape{};
+    Rect frame{};
+
+    friend constexpr bool operator==(const PlacedShape&, const PlacedShape&) = default;
+};
+
+// A resolved fill: one colour, or a linear gradient of up to four colours
+// spread evenly from `start` to `end` (in root coordinates).
+struct Paint {
+    static constexpr std::size_t maxStops = 4;
+
+    bool isGradient = false;
+    std::array<Rgba, maxStops> colors{};
+    std::size_t colorCount = 1;
+    Point start{};
+    Point end{};
+
+    static Paint solid(Rgba color) {
+        Paint paint;
+        paint.colors[0] = color;
+        return paint;
+    }
+    Rgba color() const noexcept { return colors[0]; }
+
+    friend constexpr bool operator==(const Paint&, const Paint&) = default;
+};
+
+struct ResolvedShadow {
+    Rgba color{};
+    double radius = 0;
+    double x = 0;
+    double y = 0;
+
+    friend constexpr bool operator==(const ResolvedShadow&, const ResolvedShadow&) = default;
+};
+
+// A text to draw in a frame: one line cut with an ellipsis at the end when
+// `lineLimit` is 1, otherwise wrapped at the frame's width.
+struct TextRun {
+    std::string_view text{};
+    Font font{};
+    std::optional<int> lineLimit{};
+};
+
+class Canvas {
+public:
+    virtual ~Canvas() = default;
+
+    virtual void fill(const PlacedShape& shape, const Paint& paint) = 0;
+    // A border of `width` drawn inside the shape's outline.
+    virtual void strokeInside(const PlacedShape& shape, double width, Rgba color) = 0;
+    virtual void drawText(const TextRun& run, Rect frame, Rgba color) = 0;
+    // The symbol centred in `frame` (its measured box), filled with `paint`.
+    virtual void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) = 0;
+    // The image scaled into `frame` (which may overflow the view; clipping
+    // comes from an enclosing clip group).
+    virtual void drawImage(const ViewImage& image, Rect frame) = 0;
+
+    virtual void beginClip(const PlacedShape& shape) = 0;
+    virtual void endClip() = 0;
+    virtual void beginOpacity(double opacity) = 0;
+    virtual void endOpacity() = 0;
+    virtual void beginShadow(const ResolvedShadow& shadow) = 0;
+    virtual void endShadow() = 0;
+
+    // The value of `color` under `appearance`. The platform's published
+    // values by default; a platform canvas may ask the system instead.
+    virtual Rgba resolve(const Color& color, Appearance appearance) { return standardColor(color, appearance); }
+};
+
+// Paints a laid-out tree under `appearance`. The foreground style starts as
+// primary. Native controls are not painted: the host places them.
+void paint(const LayoutNode& root, Canvas& canvas, Appearance appearance);
+
+}  // namespace orvik

@@ -1,0 +1,489 @@
+#include "OrvikKit/CairoCanvas.h"
+
+#include <cairo.h>
+#include <pango/pangocairo.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <numbers>
+#include <utility>
+
+namespace orvik::cairo {
+
+namespace {
+
+constexpr const char* textFamily = "Inter";
+constexpr const char* symbolFamily = "Material Icons";
+// Material icons leave more room inside their em square than SF Symbols do
+// at the same point size; drawn a little larger they look about as big.
+constexpr double symbolEnlargement = 1.2;
+
+struct SymbolGlyph {
+    std::string_view name;
+    char32_t codePoint;
+};
+
+// Each SF Symbols name the menu draws, and the Material icon closest to it.
+constexpr SymbolGlyph symbolGlyphs[] = {
+    {"playpause.fill", 0xe037},                 // play_arrow
+    {"square.grid.2x2", 0xe9b0},                // grid_view
+    {"backward.fill", 0xe020},                  // fast_rewind
+    {"forward.fill", 0xe01f},                   // fast_forward
+    {"play.fill", 0xe037},                      // play_arrow
+    {"pause.fill", 0xe034},                     // pause
+    {"music.note", 0xe405},                     // music_note
+    {"music.note.house", 0xe030},               // library_music
+    {"power", 0xe8ac},                          // power_settings_new
+    {"lock.shield.fill", 0xe32a},               // security
+    {"network.slash", 0xf1ca},                  // public_off
+    {"keyboard", 0xe312},                       // keyboard
+    {"hand.raised.fill", 0xe764},               // back_hand
+    {"exclamationmark.triangle.fill", 0xe002},  // warning
+    {"arrow.down.circle.fill", 0xf181},         // arrow_circle_down
+    {"chevron.up.chevron.down", 0xe5d7},        // unfold_more
+};
+
+std::string utf8(char32_t codePoint) {
+    std::string bytes;
+    if (codePoint < 0x80) {
+        bytes += static_cast<char>(codePoint);
+    } else if (codePoint < 0x800) {
+        bytes += static_cast<char>(0xC0 | (codePoint >> 6));
+        bytes += static_cast<char>(0x80 | (codePoint & 0x3F));
+    } else if (codePoint < 0x10000) {
+        bytes += static_cast<char>(0xE0 | (codePoint >> 12));
+        bytes += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+        bytes += static_cast<char>(0x80 | (codePoint & 0x3F));
+    } else {
+        bytes += static_cast<char>(0xF0 | (codePoint >> 18));
+        bytes += static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F));
+        bytes += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+        bytes += static_cast<char>(0x80 | (codePoint & 0x3F));
+    }
+    return bytes;
+}
+
+PangoWeight pangoWeight(FontWeight weight) {
+    switch (weight) {
+    case FontWeight::regular: return PANGO_WEIGHT_NORMAL;
+    case FontWeight::medium: return PANGO_WEIGHT_MEDIUM;
+    case FontWeight::semibold: return PANGO_WEIGHT_SEMIBOLD;
+    case FontWeight::bold: return PANGO_WEIGHT_BOLD;
+    }
+    return PANGO_WEIGHT_NORMAL;
+}
+
+int pangoUnits(double points) { return static_cast<int>(std::lround(points * PANGO_SCALE)); }
+double fromPangoUnits(int units) { return static_cast<double>(units) / PANGO_SCALE; }
+
+// Unhinted metrics and unrounded glyph positions, so that a text measured at
+// scale 1 takes the same room drawn at scale 2.
+void prepare(PangoLayout* layout) {
+    PangoContext* context = pango_layout_get_context(layout);
+    cairo_font_options_t* options = cairo_font_options_create();
+    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+    pango_cairo_context_set_font_options(context, options);
+    cairo_font_options_destroy(options);
+    pango_context_set_round_glyph_positions(context, FALSE);
+    pango_layout_context_changed(layout);
+}
+
+void setFont(PangoLayout* layout, const char* family, double size, FontWeight weight) {
+    PangoFontDescription* description = pango_font_description_new();
+    pango_font_description_set_family(description, family);
+    pango_font_description_set_weight(description, pangoWeight(weight));
+    pango_font_description_set_absolute_size(description, size * PANGO_SCALE);
+    pango_layout_set_font_description(layout, description);
+    pango_font_description_free(description);
+}
+
+struct LayoutDeleter {
+    void operator()(PangoLayout* layout) const { g_object_unref(layout); }
+};
+using LayoutPointer = std::unique_ptr<PangoLayout, LayoutDeleter>;
+
+// A text laid out as the views ask: natural, one line cut with an ellipsis at
+// `width`, or wrapped at `width`.
+LayoutPointer textLayout(cairo_t* cr, std::string_view text, const Font& font, std::optional<double> width,
+                         std::optional<int> lineLimit) {
+    LayoutPointer layout(pango_cairo_create_layout(cr));
+    prepare(layout.get());
+    setFont(layout.get(), textFamily, font.size, font.weight);
+    pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
+    if (width) {
+        pango_layout_set_width(layout.get(), pangoUnits(*width));
+        if (lineLimit == 1) {
+            pango_layout_set_ellipsize(layout.get(), PANGO_ELLIPSIZE_END);
+            pango_layout_set_height(layout.get(), -1);
+        } else {
+            pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
+        }
+    }
+    return layout;
+}
+
+Size logicalSize(PangoLayout* layout) {
+    PangoRectangle logical;
+    pango_layout_get_extents(layout, nullptr, &logical);
+    return Size{fromPangoUnits(logical.width), fromPangoUnits(logical.height)};
+}
+
+void shapePath(cairo_t* cr, const PlacedShape& placed) {
+    const Rect& frame = placed.frame;
+    const double shortSide = std::min(frame.width, frame.height);
+    const auto rounded = [&](double radius) {
+        radius = std::clamp(radius, 0.0, shortSide / 2);
+        const double pi = std::numbers::pi;
+        cairo_new_sub_path(cr);
+        cairo_arc(cr, frame.maxX() - radius, frame.y + radius, radius, -pi / 2, 0);
+        cairo_arc(cr, frame.maxX() - radius, frame.maxY() - radius, radius, 0, pi / 2);
+        cairo_arc(cr, frame.x + radius, frame.maxY() - radius, radius, pi / 2, pi);
+        cairo_arc(cr, frame.x + radius, frame.y + radius, radius, pi, 3 * pi / 2);
+        cairo_close_path(cr);
+    };
+    switch (placed.shape.kind) {
+    case Shape::Kind::rectangle: cairo_rectangle(cr, frame.x, frame.y, frame.width, frame.height); break;
+    case Shape::Kind::roundedRectangle: rounded(placed.shape.cornerRadius); break;
+    case Shape::Kind::capsule: rounded(shortSide / 2); break;
+    case Shape::Kind::circle:
+        cairo_new_sub_path(cr);
+        cairo_arc(cr, frame.x + frame.width / 2, frame.y + frame.height / 2, shortSide / 2, 0, 2 * std::numbers::pi);
+        cairo_close_path(cr);
+        break;
+    }
+}
+
+void setSource(cairo_t* cr, const Paint& paint) {
+    if (!paint.isGradient || paint.colorCount < 2) {
+        const Rgba& color = paint.colors[0];
+        cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+        return;
+    }
+    cairo_pattern_t* pattern = cairo_pattern_create_linear(paint.start.x, paint.start.y, paint.end.x, paint.end.y);
+    for (std::size_t index = 0; index < paint.colorCount; ++index) {
+        const Rgba& color = paint.colors[index];
+        const double offset = static_cast<double>(index) / static_cast<double>(paint.colorCount - 1);
+        cairo_pattern_add_color_stop_rgba(pattern, offset, color.red, color.green, color.blue, color.alpha);
+    }
+    cairo_set_source(cr, pattern);
+    cairo_pattern_destroy(pattern);
+}
+
+// A crossed box: what a symbol or image without a stand-in looks like.
+void drawPlaceholder(cairo_t* cr, Rect frame, const Paint& paint) {
+    cairo_save(cr);
+    setSource(cr, paint);
+    cairo_set_line_width(cr, 1);
+    cairo_rectangle(cr, frame.x + 0.5, frame.y + 0.5, frame.width - 1, frame.height - 1);
+    cairo_move_to(cr, frame.x, frame.y);
+    cairo_line_to(cr, frame.maxX(), frame.maxY());
+    cairo_move_to(cr, frame.maxX(), frame.y);
+    cairo_line_to(cr, frame.x, frame.maxY());
+    cairo_stroke(cr);
+    cairo_restore(cr);
+}
+
+// Three passes of a box blur over an 8-bit alpha plane approximate a
+// Gaussian blur of standard deviation `sigma` pixels.
+void blurAlpha(std::vector<std::uint8_t>& alpha, int width, int height, double sigma) {
+    const int radius = std::max(1, static_cast<int>(std::lround(sigma)));
+    std::vector<std::uint8_t> scratch(alpha.size());
+    const auto pass = [&](bool horizontal) {
+        const int lines = horizontal ? height : width;
+        const int length = horizontal ? width : height;
+        for (int line = 0; line < lines; ++line) {
+            const auto at = [&](int position) -> std::size_t {
+                position = std::clamp(position, 0, length - 1);
+                return horizontal ? static_cast<std::size_t>(line * width + position)
+                                  : static_cast<std::size_t>(position * width + line);
+            };
+            int sum = 0;
+            for (int offset = -radius; offset <= radius; ++offset) sum += alpha[at(offset)];
+            for (int position = 0; position < length; ++position) {
+                scratch[at(position)] = static_cast<std::uint8_t>(sum / (2 * radius + 1));
+                sum += alpha[at(position + radius + 1)] - alpha[at(position - radius)];
+            }
+        }
+        alpha.swap(scratch);
+    };
+    for (int round = 0; round < 3; ++round) {
+        pass(true);
+        pass(false);
+    }
+}
+
+}  // namespace
+
+std::optional<char32_t> symbolCodePoint(std::string_view name) {
+    for (const SymbolGlyph& glyph : symbolGlyphs) {
+        if (glyph.name == name) return glyph.codePoint;
+    }
+    return std::nullopt;
+}
+
+// --- CairoImage ---------------------------------------------------------------------
+
+CairoImage::CairoImage(cairo_surface_t* surface, double widthInPoints, double heightInPoints)
+    : surface_(cairo_surface_reference(surface)), width_(widthInPoints), height_(heightInPoints) {}
+
+CairoImage::~CairoImage() { cairo_surface_destroy(surface_); }
+
+// --- PangoTextMeasurer --------------------------------------------------------------
+
+struct PangoTextMeasurer::Context {
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 1, 1);
+    cairo_t* cr = cairo_create(surface);
+    ~Context() {
+        cairo_destroy(cr);
+        cairo_surface_destroy(surface);
+    }
+};
+
+PangoTextMeasurer::PangoTextMeasurer() : context_(std::make_unique<Context>()) {}
+PangoTextMeasurer::~PangoTextMeasurer() = default;
+
+Size PangoTextMeasurer::textSize(std::string_view text, const Font& font, std::optional<double> width,
+                                 std::optional<int> lineLimit) {
+    const LayoutPointer layout = textLayout(context_->cr, text, font, width, lineLimit);
+    Size size = logicalSize(layout.get());
+    if (width) size.width = std::min(size.width, *width);
+    return size;
+}
+
+Size PangoTextMeasurer::symbolSize(std::string_view, const Font& font) { return Size{font.size, font.size}; }
+
+Size PangoTextMeasurer::switchSize(ControlSize size) {
+    switch (size) {
+    case ControlSize::mini: return Size{26, 15};
+    case ControlSize::small: return Size{32, 18};
+    case ControlSize::regular:
+    case ControlSize::large: return Size{38, 22};
+    }
+    return Size{38, 22};
+}
+
+Size PangoTextMeasurer::popUpSize(const std::vector<std::string>& titles, std::size_t) {
+    double widest = 0;
+    for (const std::string& title : titles) {
+        widest = std::max(widest, textSize(title, Font{13}, std::nullopt, 1).width);
+    }
+    return Size{widest + 30, 20};
+}
+
+// --- CairoCanvas --------------------------------------------------------------------
+
+struct CairoCanvas::State {
+    struct ShadowLayer {
+        ResolvedShadow shadow;
+        cairo_surface_t* surface;
+        cairo_t* cr;
+    };
+
+    int pixelWidth;
+    int pixelHeight;
+    double scale;
+    cairo_surface_t* surface;
+    std::vector<cairo_t*> contexts;  // the bitmap's, then one per open shadow group
+    std::vector<ShadowLayer> shadows;
+    std::vector<double> opacities;  // of the open opacity groups
+
+    cairo_t* cr() const { return contexts.back(); }
+};
+
+CairoCanvas::CairoCanvas(int pixelWidth, int pixelHeight, double scale) : state_(std::make_unique<State>()) {
+    state_->pixelWidth = pixelWidth;
+    state_->pixelHeight = pixelHeight;
+    state_->scale = scale;
+    state_->surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pixelWidth, pixelHeight);
+    cairo_t* cr = cairo_create(state_->surface);
+    cairo_scale(cr, scale, scale);
+    state_->contexts.push_back(cr);
+}
+
+CairoCanvas::~CairoCanvas() {
+    for (cairo_t* cr : state_->contexts) cairo_destroy(cr);
+    for (const State::ShadowLayer& layer : state_->shadows) cairo_surface_destroy(layer.surface);
+    cairo_surface_destroy(state_->surface);
+}
+
+void CairoCanvas::fill(const PlacedShape& shape, const Paint& paint) {
+    cairo_t* cr = state_->cr();
+    cairo_new_path(cr);
+    shapePath(cr, shape);
+    setSource(cr, paint);
+    cairo_fill(cr);
+}
+
+void CairoCanvas::strokeInside(const PlacedShape& shape, double width, Rgba color) {
+    cairo_t* cr = state_->cr();
+    cairo_save(cr);
+    cairo_new_path(cr);
+    shapePath(cr, shape);
+    cairo_clip_preserve(cr);
+    cairo_set_line_width(cr, 2 * width);
+    cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+    cairo_stroke(cr);
+    cairo_restore(cr);
+}
+
+void CairoCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
+    cairo_t* cr = state_->cr();
+    // Lay out at the frame's width only where the text needs it, with a
+    // little slack so that rounding never breaks a line the measurer kept.
+    const LayoutPointer natural = textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit);
+    const bool fits = logicalSize(natural.get()).width <= frame.width + 0.01;
+    const LayoutPointer layout =
+        fits ? textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit)
+             : textLayout(cr, run.text, run.font, frame.width + (run.lineLimit == 1 ? 0.0 : 0.5), run.lineLimit);
+    cairo_move_to(cr, frame.x, frame.y);
+    cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+    pango_cairo_show_layout(cr, layout.get());
+}
+
+void CairoCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) {
+    cairo_t* cr = state_->cr();
+    const std::optional<char32_t> codePoint = symbolCodePoint(name);
+    if (!codePoint) {
+        drawPlaceholder(cr, frame, paint);
+        return;
+    }
+    const std::string glyph = utf8(*codePoint);
+    LayoutPointer layout(pango_cairo_create_layout(cr));
+    prepare(layout.get());
+    setFont(layout.get(), symbolFamily, font.size * symbolEnlargement, FontWeight::regular);
+    pango_layout_set_text(layout.get(), glyph.data(), static_cast<int>(glyph.size()));
+    PangoRectangle ink;
+    pango_layout_get_extents(layout.get(), &ink, nullptr);
+    // The glyph's ink centred in the frame.
+    const double x = frame.x + frame.width / 2 - (fromPangoUnits(ink.x) + fromPangoUnits(ink.width) / 2);
+    const double y = frame.y + frame.height / 2 - (fromPangoUnits(ink.y) + fromPangoUnits(ink.height) / 2);
+    cairo_new_path(cr);
+    cairo_move_to(cr, x, y);
+    pango_cairo_layout_path(cr, layout.get());
+    setSource(cr, paint);
+    cairo_fill(cr);
+}
+
+void CairoCanvas::drawImage(const ViewImage& image, Rect frame) {
+    cairo_t* cr = state_->cr();
+    const auto* drawable = dynamic_cast<const CairoImage*>(&image);
+    if (drawable == nullptr || frame.width <= 0 || frame.height <= 0) {
+        drawPlaceholder(cr, frame, Paint::solid(Rgba{1, 0, 1, 1}));
+        return;
+    }
+    const double pixelWidth = cairo_image_surface_get_width(drawable->surface());
+    const double pixelHeight = cairo_image_surface_get_height(drawable->surface());
+    cairo_save(cr);
+    cairo_translate(cr, frame.x, frame.y);
+    cairo_scale(cr, frame.width / pixelWidth, frame.height / pixelHeight);
+    cairo_set_source_surface(cr, drawable->surface(), 0, 0);
+    cairo_pattern_set_filter(cairo_get_source(cr), CAIRO_FILTER_GOOD);
+    cairo_paint(cr);
+    cairo_restore(cr);
+}
+
+void CairoCanvas::beginClip(const PlacedShape& shape) {
+    cairo_t* cr = state_->cr();
+    cairo_save(cr);
+    cairo_new_path(cr);
+    shapePath(cr, shape);
+    cairo_clip(cr);
+}
+
+void CairoCanvas::endClip() { cairo_restore(state_->cr()); }
+
+void CairoCanvas::beginOpacity(double opacity) {
+    state_->opacities.push_back(opacity);
+    cairo_push_group(state_->cr());
+}
+
+void CairoCanvas::endOpacity() {
+    cairo_t* cr = state_->cr();
+    cairo_pop_group_to_source(cr);
+    cairo_paint_with_alpha(cr, state_->opacities.back());
+    state_->opacities.pop_back();
+}
+
+void CairoCanvas::beginShadow(const ResolvedShadow& shadow) {
+    cairo_surface_t* layer = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, state_->pixelWidth, state_->pixelHeight);
+    cairo_t* cr = cairo_create(layer);
+    cairo_matrix_t matrix;
+    cairo_get_matrix(state_->cr(), &matrix);
+    cairo_set_matrix(cr, &matrix);
+    state_->shadows.push_back({shadow, layer, cr});
+    state_->contexts.push_back(cr);
+}
+
+void CairoCanvas::endShadow() {
+    State::ShadowLayer layer = state_->shadows.back();
+    state_->shadows.pop_back();
+    state_->contexts.pop_back();
+    cairo_destroy(layer.cr);
+    cairo_surface_flush(layer.surface);
+
+    // The contents' alpha, blurred, becomes the shadow's mask.
+    const int width = state_->pixelWidth;
+    const int height = state_->pixelHeight;
+    const int sourceStride = cairo_image_surface_get_stride(layer.surface);
+    const unsigned char* source = cairo_image_surface_get_data(layer.surface);
+    std::vector<std::uint8_t> alpha(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    for (int row = 0; row < height; ++row) {
+        for (int column = 0; column < width; ++column) {
+            std::uint32_t pixel;
+            std::memcpy(&pixel, source + row * sourceStride + column * 4, sizeof pixel);
+            alpha[static_cast<std::size_t>(row * width + column)] = static_cast<std::uint8_t>(pixel >> 24);
+        }
+    }
+    blurAlpha(alpha, width, height, layer.shadow.radius * state_->scale / 2);
+    cairo_surface_t* mask = cairo_image_surface_create(CAIRO_FORMAT_A8, width, height);
+    cairo_surface_flush(mask);
+    unsigned char* maskData = cairo_image_surface_get_data(mask);
+    const int maskStride = cairo_image_surface_get_stride(mask);
+    for (int row = 0; row < height; ++row) {
+        std::memcpy(maskData + row * maskStride, alpha.data() + row * width, static_cast<std::size_t>(width));
+    }
+    cairo_surface_mark_dirty(mask);
+
+    cairo_t* cr = state_->cr();
+    cairo_save(cr);
+    cairo_identity_matrix(cr);
+    const Rgba& color = layer.shadow.color;
+    cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+    cairo_mask_surface(cr, mask, layer.shadow.x * state_->scale, layer.shadow.y * state_->scale);
+    cairo_set_source_surface(cr, layer.surface, 0, 0);
+    cairo_paint(cr);
+    cairo_restore(cr);
+    cairo_surface_destroy(mask);
+    cairo_surface_destroy(layer.surface);
+}
+
+std::optional<std::vector<std::uint8_t>> CairoCanvas::pngData() {
+    cairo_surface_flush(state_->surface);
+    std::vector<std::uint8_t> bytes;
+    const cairo_status_t status = cairo_surface_write_to_png_stream(
+        state_->surface,
+        [](void* closure, const unsigned char* data, unsigned int length) {
+            auto* out = static_cast<std::vector<std::uint8_t>*>(closure);
+            out->insert(out->end(), data, data + length);
+            return CAIRO_STATUS_SUCCESS;
+        },
+        &bytes);
+    if (status != CAIRO_STATUS_SUCCESS || bytes.empty()) return std::nullopt;
+    return bytes;
+}
+
+// --- CairoSnapshotPlatform ----------------------------------------------------------
+
+std::string CairoSnapshotPlatform::localized(const LocalizedText& text, std::string_view) {
+    return text.untranslated();
+}
+
+std::unique_ptr<BitmapCanvas> CairoSnapshotPlatform::makeBitmap(int pixelWidth, int pixelHeight, double scale,
+                                                                Appearance) {
+    return std::make_unique<CairoCanvas>(pixelWidth, pixelHeight, scale);
+}
+
+}  // namespace orvik::cairo

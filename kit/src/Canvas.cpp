@@ -1,0 +1,115 @@
+#include "OrvikKit/Canvas.h"
+
+#include <type_traits>
+
+namespace orvik {
+
+namespace {
+
+Point unitPointIn(UnitPoint point, Rect frame) {
+    return Point{frame.x + point.x * frame.width, frame.y + point.y * frame.height};
+}
+
+class Painter {
+public:
+    Painter(Canvas& canvas, Appearance appearance) : canvas_(canvas), appearance_(appearance) {}
+
+    void paint(const LayoutNode& node, const Color& foreground) {
+        std::visit([&](const auto& payload) { paintNode(payload, node, foreground); }, node.view->node);
+    }
+
+private:
+    Rgba resolve(const Color& color) { return canvas_.resolve(color, appearance_); }
+
+    Paint paintFor(const Fill& fill, Rect frame) {
+        Paint paint;
+        switch (fill.kind) {
+        case Fill::Kind::color: return Paint::solid(resolve(fill.color));
+        case Fill::Kind::automaticGradient: {
+            const GradientEnds ends = automaticGradientEnds(resolve(fill.color));
+            paint.isGradient = true;
+            paint.colors[0] = ends.top;
+            paint.colors[1] = ends.bottom;
+            paint.colorCount = 2;
+            paint.start = unitPointIn(UnitPoint::top(), frame);
+            paint.end = unitPointIn(UnitPoint::bottom(), frame);
+            return paint;
+        }
+        case Fill::Kind::linearGradient:
+            paint.isGradient = true;
+            paint.colorCount = 0;
+            for (const Color& stop : fill.stops) {
+                if (paint.colorCount == Paint::maxStops) break;
+                paint.colors[paint.colorCount++] = resolve(stop);
+            }
+            paint.start = unitPointIn(fill.startPoint, frame);
+            paint.end = unitPointIn(fill.endPoint, frame);
+            return paint;
+        }
+        return paint;
+    }
+
+    void children(const LayoutNode& node, const Color& foreground) {
+        for (const LayoutNode& child : node.children) paint(child, foreground);
+    }
+
+    template <class Payload>
+    void paintNode(const Payload& payload, const LayoutNode& node, const Color& foreground) {
+        if constexpr (std::is_same_v<Payload, LayerNode>) {
+            // children: {content, layer}
+            if (payload.behind) {
+                paint(node.children[1], foreground);
+                paint(node.children[0], foreground);
+            } else {
+                paint(node.children[0], foreground);
+                paint(node.children[1], foreground);
+            }
+        } else if constexpr (std::is_same_v<Payload, TextNode>) {
+            canvas_.drawText(TextRun{node.text, payload.font, payload.lineLimit}, node.frame,
+                             resolve(payload.color.value_or(foreground)));
+        } else if constexpr (std::is_same_v<Payload, SymbolNode>) {
+            canvas_.drawSymbol(payload.name, payload.font, node.frame,
+                               paintFor(payload.fill.value_or(Fill::solid(foreground)), node.frame));
+        } else if constexpr (std::is_same_v<Payload, ShapeNode>) {
+            const PlacedShape placed{payload.shape, node.frame};
+            if (payload.fill) canvas_.fill(placed, paintFor(*payload.fill, node.frame));
+            if (payload.borderColor) canvas_.strokeInside(placed, payload.borderWidth, resolve(*payload.borderColor));
+        } else if constexpr (std::is_same_v<Payload, ImageNode>) {
+            if (payload.image) canvas_.drawImage(*payload.image, node.frame);
+        } else if constexpr (std::is_same_v<Payload, ClipNode>) {
+            canvas_.beginClip(PlacedShape{payload.shape, node.frame});
+            children(node, foreground);
+            canvas_.endClip();
+        } else if constexpr (std::is_same_v<Payload, ShadowNode>) {
+            canvas_.beginShadow(ResolvedShadow{resolve(payload.shadow.color), payload.shadow.radius, payload.shadow.x,
+                                               payload.shadow.y});
+            children(node, foreground);
+            canvas_.endShadow();
+        } else if constexpr (std::is_same_v<Payload, OpacityNode>) {
+            canvas_.beginOpacity(payload.opacity);
+            children(node, foreground);
+            canvas_.endOpacity();
+        } else if constexpr (std::is_same_v<Payload, ForegroundNode>) {
+            children(node, payload.color);
+        } else if constexpr (std::is_same_v<Payload, DividerNode>) {
+            canvas_.fill(PlacedShape{Shape::rectangle(), node.frame}, Paint::solid(resolve(Color::separator())));
+        } else if constexpr (std::is_same_v<Payload, SwitchNode> || std::is_same_v<Payload, PickerNode> ||
+                             std::is_same_v<Payload, SpacerNode>) {
+            // Native controls are the host's; spacers draw nothing.
+        } else {
+            children(node, foreground);
+        }
+    }
+
+    Canvas& canvas_;
+    Appearance appearance_;
+};
+
+}  // namespace
+
+void paint(const LayoutNode& root, Canvas& canvas, Appearance appearance) {
+    Painter painter(canvas, appearance);
+    painter.paint(root, Color::primary());
+}
+
+}  // namespace orvik

@@ -1,0 +1,413 @@
+#include "OrvikKit/Layout.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <type_traits>
+
+namespace orvik {
+
+namespace {
+
+// How a child takes what its stack proposes along the stack's axis, in the
+// order the stack serves them.
+enum class Flexibility : std::uint8_t { rigid, shrinks, fills };
+
+double along(Axis axis, Size size) { return axis == Axis::horizontal ? size.width : size.height; }
+double across(Axis axis, Size size) { return axis == Axis::horizontal ? size.height : size.width; }
+
+ProposedSize proposal(Axis axis, std::optional<double> alongLength, std::optional<double> acrossLength) {
+    return axis == Axis::horizontal ? ProposedSize{alongLength, acrossLength}
+                                    : ProposedSize{acrossLength, alongLength};
+}
+
+Size size(const LayoutNode& node) { return Size{node.frame.width, node.frame.height}; }
+
+void offset(LayoutNode& node, double dx, double dy) {
+    node.frame.x += dx;
+    node.frame.y += dy;
+    for (LayoutNode& child : node.children) offset(child, dx, dy);
+}
+
+double alignedOffset(HorizontalAlignment alignment, double space, double length) {
+    switch (alignment) {
+    case HorizontalAlignment::leading: return 0;
+    case HorizontalAlignment::center: return (space - length) / 2;
+    case HorizontalAlignment::trailing: return space - length;
+    }
+    return 0;
+}
+
+double alignedOffset(VerticalAlignment alignment, double space, double length) {
+    switch (alignment) {
+    case VerticalAlignment::top: return 0;
+    case VerticalAlignment::center: return (space - length) / 2;
+    case VerticalAlignment::bottom: return space - length;
+    }
+    return 0;
+}
+
+// Places `child` (laid out at the origin) inside `frame` by `alignment`.
+void align(LayoutNode& child, Size frame, Alignment alignment) {
+    offset(child, alignedOffset(alignment.horizontal, frame.width, child.frame.width),
+           alignedOffset(alignment.vertical, frame.height, child.frame.height));
+}
+
+std::optional<double> shrunk(std::optional<double> length, double by) {
+    if (!length) return std::nullopt;
+    return std::max(0.0, *length - by);
+}
+
+std::optional<double> clamped(std::optional<double> length, std::optional<double> minimum,
+                              std::optional<double> maximum) {
+    if (!length) return std::nullopt;
+    double value = *length;
+    if (maximum) value = std::min(value, *maximum);
+    if (minimum) value = std::max(value, *minimum);
+    return value;
+}
+
+// A flexible frame's length on one side: up to the maximum of what is
+// proposed when a maximum is given, otherwise the child's; never below the
+// minimum.
+double flexibleLength(std::optional<double> proposed, std::optional<double> minimum, std::optional<double> maximum,
+                      double child) {
+    double length = child;
+    if (maximum) length = proposed ? std::min(*maximum, *proposed) : std::min(*maximum, child);
+    if (minimum) length = std::max(length, *minimum);
+    return length;
+}
+
+class Layouter {
+public:
+    explicit Layouter(const LayoutContext& context) : context_(context) {}
+
+    // Lays `view` out at the origin. `stackAxis` is the axis of the stack the
+    // view is a direct child of (dividers run across it).
+    LayoutNode place(const View& view, ProposedSize proposed, const AppBrand& brand, Axis stackAxis) {
+        LayoutNode node;
+        node.view = &view;
+        std::visit([&](const auto& payload) { placeNode(payload, node, proposed, brand, stackAxis); }, view.node);
+        return node;
+    }
+
+private:
+    std::string localized(const LocalizedText& text) const {
+        return context_.localize ? context_.localize(text) : text.untranslated();
+    }
+
+    void setSize(LayoutNode& node, Size size) {
+        node.frame.width = size.width;
+        node.frame.height = size.height;
+    }
+
+    // A node with one child that takes the child's size.
+    void passThrough(const std::vector<View>& child, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                     Axis stackAxis) {
+        node.children.push_back(place(child.front(), proposed, brand, stackAxis));
+        setSize(node, size(node.children.front()));
+    }
+
+    void placeNode(const StackNode& stack, LayoutNode& node, ProposedSize proposed, const AppBrand& brand, Axis) {
+        const Axis axis = stack.axis;
+        const std::size_t count = stack.children.size();
+        const std::optional<double> available = axis == Axis::horizontal ? proposed.width : proposed.height;
+        const std::optional<double> acrossProposal = axis == Axis::horizontal ? proposed.height : proposed.width;
+        const double spacingTotal = count > 1 ? stack.spacing * static_cast<double>(count - 1) : 0.0;
+
+        node.children.resize(count);
+        std::vector<std::size_t> spacers;
+        std::vector<std::size_t> others;
+        for (std::size_t index = 0; index < count; ++index) {
+            (std::holds_alternative<SpacerNode>(stack.children[index].node) ? spacers : others).push_back(index);
+        }
+
+        const auto placeSpacer = [&](std::size_t index, double length) {
+            LayoutNode& spacerNode = node.children[index];
+            spacerNode.view = &stack.children[index];
+            const Size spacerSize = axis == Axis::horizontal ? Size{length, 0} : Size{0, length};
+            setSize(spacerNode, spacerSize);
+        };
+
+        if (!available) {
+            for (std::size_t index : others) {
+                node.children[index] = place(stack.children[index], proposal(axis, std::nullopt, acrossProposal),
+                                             brand, axis);
+            }
+            for (std::size_t index : spacers) {
+                placeSpacer(index, std::get<SpacerNode>(stack.children[index].node).minLength);
+            }
+        } else {
+            double remaining = *available - spacingTotal;
+            for (std::size_t index : spacers) remaining -= std::get<SpacerNode>(stack.children[index].node).minLength;
+
+            // Serve rigid children first, then those that shrink (the smaller
+            // ideal first, so that a short text keeps its length and a long
+            // one gets the rest), then those that fill.
+            struct Order {
+                std::size_t index;
+                Flexibility flexibility;
+                double ideal;
+            };
+            std::vector<Order> order;
+            order.reserve(others.size());
+            for (std::size_t index : others) {
+                const Flexibility flexibility = flexibilityOf(stack.children[index], axis, brand);
+                double ideal = 0;
+                if (flexibility == Flexibility::shrinks) {
+                    ideal = along(axis, size(place(stack.children[index], proposal(axis, std::nullopt, acrossProposal),
+                                                   brand, axis)));
+                }
+                order.push_back({index, flexibility, ideal});
+            }
+            std::stable_sort(order.begin(), order.end(), [](const Order& lhs, const Order& rhs) {
+                if (lhs.flexibility != rhs.flexibility) return lhs.flexibility < rhs.flexibility;
+                return lhs.flexibility == Flexibility::shrinks && lhs.ideal < rhs.ideal;
+            });
+            std::size_t left = order.size();
+            for (const Order& entry : order) {
+                const double share = std::max(0.0, remaining) / static_cast<double>(left);
+                node.children[entry.index] =
+                    place(stack.children[entry.index], proposal(axis, share, acrossProposal), brand, axis);
+                remaining -= along(axis, size(node.children[entry.index]));
+                --left;
+            }
+            const double extra =
+                spacers.empty() ? 0.0 : std::max(0.0, remaining) / static_cast<double>(spacers.size());
+            for (std::size_t index : spacers) {
+                placeSpacer(index, std::get<SpacerNode>(stack.children[index].node).minLength + extra);
+            }
+        }
+
+        double length = spacingTotal;
+        double thickness = 0;
+        for (const LayoutNode& child : node.children) {
+            length += along(axis, size(child));
+            thickness = std::max(thickness, across(axis, size(child)));
+        }
+        // Spacers span the stack across its axis.
+        for (std::size_t index : spacers) {
+            LayoutNode& spacerNode = node.children[index];
+            if (axis == Axis::horizontal) {
+                spacerNode.frame.height = thickness;
+            } else {
+                spacerNode.frame.width = thickness;
+            }
+        }
+
+        double cursor = 0;
+        for (LayoutNode& child : node.children) {
+            if (axis == Axis::horizontal) {
+                offset(child, cursor, alignedOffset(stack.alignment.vertical, thickness, child.frame.height));
+                cursor += child.frame.width + stack.spacing;
+            } else {
+                offset(child, alignedOffset(stack.alignment.horizontal, thickness, child.frame.width), cursor);
+                cursor += child.frame.height + stack.spacing;
+            }
+        }
+        setSize(node, axis == Axis::horizontal ? Size{length, thickness} : Size{thickness, length});
+    }
+
+    void placeNode(const SpacerNode& spacer, LayoutNode& node, ProposedSize, const AppBrand&, Axis) {
+        setSize(node, Size{spacer.minLength, spacer.minLength});
+    }
+
+    void placeNode(const FrameNode& frame, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        Size frameSize;
+        if (!frame.flexible) {
+            const ProposedSize childProposal{frame.width ? frame.width : proposed.width,
+                                             frame.height ? frame.height : proposed.height};
+            node.children.push_back(place(frame.child.front(), childProposal, brand, stackAxis));
+            const Size child = size(node.children.front());
+            frameSize = Size{frame.width.value_or(child.width), frame.height.value_or(child.height)};
+        } else {
+            const ProposedSize childProposal{clamped(proposed.width, frame.minWidth, frame.maxWidth),
+                                             clamped(proposed.height, frame.minHeight, frame.maxHeight)};
+            node.children.push_back(place(frame.child.front(), childProposal, brand, stackAxis));
+            const Size child = size(node.children.front());
+            frameSize = Size{flexibleLength(proposed.width, frame.minWidth, frame.maxWidth, child.width),
+                             flexibleLength(proposed.height, frame.minHeight, frame.maxHeight, child.height)};
+        }
+        align(node.children.front(), frameSize, frame.alignment);
+        setSize(node, frameSize);
+    }
+
+    void placeNode(const PaddingNode& padding, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        const EdgeInsets& insets = padding.insets;
+        const ProposedSize childProposal{shrunk(proposed.width, insets.leading + insets.trailing),
+                                         shrunk(proposed.height, insets.top + insets.bottom)};
+        node.children.push_back(place(padding.child.front(), childProposal, brand, stackAxis));
+        LayoutNode& child = node.children.front();
+        offset(child, insets.leading, insets.top);
+        setSize(node, Size{child.frame.width + insets.leading + insets.trailing,
+                           child.frame.height + insets.top + insets.bottom});
+    }
+
+    void placeNode(const LayerNode& layer, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        node.children.push_back(place(layer.content[0], proposed, brand, stackAxis));
+        const Size contentSize = size(node.children.front());
+        node.children.push_back(
+            place(layer.content[1], ProposedSize{contentSize.width, contentSize.height}, brand, stackAxis));
+        align(node.children.back(), contentSize, layer.alignment);
+        setSize(node, contentSize);
+    }
+
+    void placeNode(const TextNode& text, LayoutNode& node, ProposedSize proposed, const AppBrand&, Axis) {
+        if (const auto* key = std::get_if<LocalizedText>(&text.content)) {
+            node.text = localized(*key);
+        } else {
+            node.text = std::get<std::string>(text.content);
+        }
+        const Size natural = context_.measurer.textSize(node.text, text.font, std::nullopt, text.lineLimit);
+        if (proposed.width && natural.width > *proposed.width) {
+            setSize(node, context_.measurer.textSize(node.text, text.font, *proposed.width, text.lineLimit));
+            node.truncated = text.lineLimit == 1;
+        } else {
+            setSize(node, natural);
+        }
+    }
+
+    void placeNode(const SymbolNode& symbol, LayoutNode& node, ProposedSize, const AppBrand&, Axis) {
+        setSize(node, context_.measurer.symbolSize(symbol.name, symbol.font));
+    }
+
+    void placeNode(const ShapeNode&, LayoutNode& node, ProposedSize proposed, const AppBrand&, Axis) {
+        setSize(node, Size{proposed.width.value_or(10), proposed.height.value_or(10)});
+    }
+
+    // Resizable, keeping its aspect ratio and filling what is proposed.
+    void placeNode(const ImageNode& image, LayoutNode& node, ProposedSize proposed, const AppBrand&, Axis) {
+        const double width = image.image ? image.image->width() : 0;
+        const double height = image.image ? image.image->height() : 0;
+        if (width <= 0 || height <= 0) {
+            setSize(node, Size{proposed.width.value_or(0), proposed.height.value_or(0)});
+            return;
+        }
+        double scale = 1;
+        if (proposed.width && proposed.height) {
+            scale = std::max(*proposed.width / width, *proposed.height / height);
+        } else if (proposed.width) {
+            scale = *proposed.width / width;
+        } else if (proposed.height) {
+            scale = *proposed.height / height;
+        }
+        setSize(node, Size{width * scale, height * scale});
+    }
+
+    void placeNode(const ClipNode& clip, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        passThrough(clip.child, node, proposed, brand, stackAxis);
+    }
+    void placeNode(const ShadowNode& shadow, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        passThrough(shadow.child, node, proposed, brand, stackAxis);
+    }
+    void placeNode(const OpacityNode& opacity, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        passThrough(opacity.child, node, proposed, brand, stackAxis);
+    }
+    void placeNode(const ForegroundNode& foreground, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        passThrough(foreground.child, node, proposed, brand, stackAxis);
+    }
+    void placeNode(const ButtonNode& button, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        passThrough(button.child, node, proposed, brand, stackAxis);
+    }
+    void placeNode(const TooltipNode& tooltip, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        passThrough(tooltip.child, node, proposed, brand, stackAxis);
+    }
+    void placeNode(const HoverNode& hover, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        passThrough(hover.child, node, proposed, brand, stackAxis);
+    }
+    void placeNode(const BrandNode& brandNode, LayoutNode& node, ProposedSize proposed, const AppBrand&,
+                   Axis stackAxis) {
+        passThrough(brandNode.child, node, proposed, brandNode.brand, stackAxis);
+    }
+
+    void placeNode(const SwitchNode& control, LayoutNode& node, ProposedSize, const AppBrand&, Axis) {
+        setSize(node, context_.measurer.switchSize(control.size));
+    }
+
+    void placeNode(const PickerNode& picker, LayoutNode& node, ProposedSize, const AppBrand&, Axis) {
+        node.options.reserve(picker.titles.size());
+        for (const LocalizedText& title : picker.titles) node.options.push_back(localized(title));
+        setSize(node, context_.measurer.popUpSize(node.options, picker.selectedIndex));
+    }
+
+    void placeNode(const DividerNode&, LayoutNode& node, ProposedSize proposed, const AppBrand&, Axis stackAxis) {
+        constexpr double thickness = 1;
+        setSize(node, stackAxis == Axis::vertical ? Size{proposed.width.value_or(0), thickness}
+                                                  : Size{thickness, proposed.height.value_or(0)});
+    }
+
+    void placeNode(const BrandReaderNode& reader, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+                   Axis stackAxis) {
+        node.expanded = std::make_shared<const View>(reader.body(brand));
+        node.children.push_back(place(*node.expanded, proposed, brand, stackAxis));
+        setSize(node, size(node.children.front()));
+    }
+
+    Flexibility flexibilityOf(const View& view, Axis axis, const AppBrand& brand) {
+        return std::visit(
+            [&](const auto& payload) -> Flexibility {
+                using Payload = std::decay_t<decltype(payload)>;
+                if constexpr (std::is_same_v<Payload, StackNode>) {
+                    Flexibility most = Flexibility::rigid;
+                    for (const View& child : payload.children) {
+                        const Flexibility flexibility =
+                            std::holds_alternative<SpacerNode>(child.node)
+                                ? (payload.axis == axis ? Flexibility::fills : Flexibility::rigid)
+                                : flexibilityOf(child, axis, brand);
+                        most = std::max(most, flexibility);
+                    }
+                    return most;
+                } else if constexpr (std::is_same_v<Payload, FrameNode>) {
+                    const bool horizontal = axis == Axis::horizontal;
+                    if (!payload.flexible) {
+                        if (horizontal ? payload.width.has_value() : payload.height.has_value()) {
+                            return Flexibility::rigid;
+                        }
+                    } else if (horizontal ? payload.maxWidth.has_value() : payload.maxHeight.has_value()) {
+                        return Flexibility::fills;
+                    }
+                    return flexibilityOf(payload.child.front(), axis, brand);
+                } else if constexpr (std::is_same_v<Payload, LayerNode>) {
+                    return flexibilityOf(payload.content.front(), axis, brand);
+                } else if constexpr (std::is_same_v<Payload, TextNode>) {
+                    return Flexibility::shrinks;
+                } else if constexpr (std::is_same_v<Payload, ShapeNode> || std::is_same_v<Payload, ImageNode> ||
+                                     std::is_same_v<Payload, SpacerNode>) {
+                    return Flexibility::fills;
+                } else if constexpr (std::is_same_v<Payload, BrandNode>) {
+                    return flexibilityOf(payload.child.front(), axis, payload.brand);
+                } else if constexpr (std::is_same_v<Payload, BrandReaderNode>) {
+                    return flexibilityOf(payload.body(brand), axis, brand);
+                } else if constexpr (std::is_same_v<Payload, PaddingNode> || std::is_same_v<Payload, ClipNode> ||
+                                     std::is_same_v<Payload, ShadowNode> || std::is_same_v<Payload, OpacityNode> ||
+                                     std::is_same_v<Payload, ForegroundNode> || std::is_same_v<Payload, ButtonNode> ||
+                                     std::is_same_v<Payload, TooltipNode> || std::is_same_v<Payload, HoverNode>) {
+                    return flexibilityOf(payload.child.front(), axis, brand);
+                } else {
+                    // Symbols, native controls, dividers.
+                    return Flexibility::rigid;
+                }
+            },
+            view.node);
+    }
+
+    const LayoutContext& context_;
+};
+
+}  // namespace
+
+LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context) {
+    Layouter layouter(context);
+    return layouter.place(view, proposal, AppBrand::kitDefault(), Axis::vertical);
+}
+
+}  // namespace orvik
