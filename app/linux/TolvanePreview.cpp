@@ -62,12 +62,12 @@ public:
 
 class NoEventTaps final : public tolvane::EventTapSystem {
 public:
-    std::optional<Handle> createTap(void*) override { calledInSnapshot("EventTapSystem::createTap"); }
-    void addToMainRunLoop(Handle) override { calledInSnapshot("EventTapSystem::addToMainRunLoop"); }
-    void enable(Handle, bool) override { calledInSnapshot("EventTapSystem::enable"); }
-    bool isEnabled(Handle) const override { calledInSnapshot("EventTapSystem::isEnabled"); }
-    void invalidate(Handle) override { calledInSnapshot("EventTapSystem::invalidate"); }
-    void removeFromMainRunLoop(Handle) override { calledInSnapshot("EventTapSystem::removeFromMainRunLoop"); }
+    std::optional<Handle> createTap(void*) noexcept override { calledInSnapshot("EventTapSystem::createTap"); }
+    bool addToMainRunLoop(Handle) noexcept override { calledInSnapshot("EventTapSystem::addToMainRunLoop"); }
+    void enable(Handle, bool) noexcept override { calledInSnapshot("EventTapSystem::enable"); }
+    bool isEnabled(Handle) const noexcept override { calledInSnapshot("EventTapSystem::isEnabled"); }
+    void invalidate(Handle) noexcept override { calledInSnapshot("EventTapSystem::invalidate"); }
+    void release(Handle) noexcept override { calledInSnapshot("EventTapSystem::release"); }
 };
 
 class NoQueue final : public orvik::SerialQueue {
@@ -89,7 +89,7 @@ public:
 
 class NoLogger final : public orvik::Logger {
 public:
-    void error(std::string_view) override { calledInSnapshot("Logger::error"); }
+    void error(std::string_view) noexcept override { calledInSnapshot("Logger::error"); }
 };
 
 class PreviewAppInfo final : public orvik::AppInfoSource {
@@ -100,7 +100,7 @@ public:
 
 class NoURLs final : public orvik::URLOpener {
 public:
-    bool open(std::string_view) override { calledInSnapshot("URLOpener::open"); }
+    orvik::URLOpenResult open(std::string_view) override { calledInSnapshot("URLOpener::open"); }
 };
 
 tolvane::AppServices previewServices() {
