@@ -3,6 +3,8 @@
 
 #include <HIToolbox/CarbonEventsCore.h>
 
+#pragma pack(push, 2)
+
 typedef struct OpaqueEventHotKeyRef *EventHotKeyRef;
 
 struct EventHotKeyID {
@@ -20,10 +22,6 @@ enum {
 };
 
 enum {
-    kEventParamDirectObject = '----',
-};
-
-enum {
     typeEventHotKeyID = 'hkid',
 };
 
@@ -37,3 +35,5 @@ extern OSStatus RegisterEventHotKey(UInt32 inHotKeyCode, UInt32 inHotKeyModifier
 extern OSStatus UnregisterEventHotKey(EventHotKeyRef inHotKey);
 
 }
+
+#pragma pack(pop)
