@@ -2,6 +2,7 @@
 #pragma once
 
 #include <HIToolbox/CarbonEventsCore.h>
+#include <HIToolbox/Events.h>
 
 #pragma pack(push, 2)
 
