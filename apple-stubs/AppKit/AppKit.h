@@ -5,6 +5,7 @@
 #include <ApplicationServices/ApplicationServices.h>
 
 #import <AppKit/NSAccessibilityProtocols.h>
+#import <AppKit/NSNibDeclarations.h>
 #import <AppKit/NSResponder.h>
 #import <AppKit/NSGraphics.h>
 #import <AppKit/NSGraphicsContext.h>

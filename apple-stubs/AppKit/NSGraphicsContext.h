@@ -7,7 +7,10 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSGraphicsContext : NSObject
 @property (class, nullable, strong) NSGraphicsContext *currentContext;
-@property NSCompositingOperation compositingOperation API_AVAILABLE(macos(10.10));
+@end
+
+@interface NSGraphicsContext (NSGraphicsContext_RenderingOptions)
+@property NSCompositingOperation compositingOperation;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -16,6 +16,16 @@
     enum _name : _type
 #define CF_ENUM(_type, _name) __CF_NAMED_ENUM(_type, _name)
 
+// Functions in the audited regions follow the Create/Copy naming convention,
+// which lets ARC bridge their results implicitly.
+#if __has_feature(arc_cf_code_audited)
+#define CF_IMPLICIT_BRIDGING_ENABLED _Pragma("clang arc_cf_code_audited begin")
+#define CF_IMPLICIT_BRIDGING_DISABLED _Pragma("clang arc_cf_code_audited end")
+#else
+#define CF_IMPLICIT_BRIDGING_ENABLED
+#define CF_IMPLICIT_BRIDGING_DISABLED
+#endif
+
 typedef unsigned long CFTypeID;
 typedef signed long CFIndex;
 
@@ -27,9 +37,13 @@ extern "C" {
 
 extern const CFAllocatorRef kCFAllocatorDefault;
 
+CF_IMPLICIT_BRIDGING_ENABLED
+
 CFTypeID CFGetTypeID(CFTypeRef cf);
 CFTypeRef CFRetain(CFTypeRef cf);
 void CFRelease(CFTypeRef cf);
 Boolean CFEqual(CFTypeRef cf1, CFTypeRef cf2);
+
+CF_IMPLICIT_BRIDGING_DISABLED
 
 }

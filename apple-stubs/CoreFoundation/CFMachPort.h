@@ -4,6 +4,8 @@
 #include <CoreFoundation/CFBase.h>
 #include <CoreFoundation/CFRunLoop.h>
 
+CF_IMPLICIT_BRIDGING_ENABLED
+
 typedef struct CF_BRIDGED_MUTABLE_TYPE(NSMachPort) __CFMachPort *CFMachPortRef;
 
 extern "C" {
@@ -12,3 +14,5 @@ void CFMachPortInvalidate(CFMachPortRef port);
 CFRunLoopSourceRef CFMachPortCreateRunLoopSource(CFAllocatorRef allocator, CFMachPortRef port, CFIndex order);
 
 }
+
+CF_IMPLICIT_BRIDGING_DISABLED

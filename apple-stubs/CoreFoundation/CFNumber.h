@@ -3,6 +3,8 @@
 
 #include <CoreFoundation/CFBase.h>
 
+CF_IMPLICIT_BRIDGING_ENABLED
+
 typedef const struct CF_BRIDGED_TYPE(NSNumber) __CFBoolean *CFBooleanRef;
 typedef const struct CF_BRIDGED_TYPE(NSNumber) __CFNumber *CFNumberRef;
 
@@ -22,3 +24,5 @@ Boolean CFNumberIsFloatType(CFNumberRef number);
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType theType, void *valuePtr);
 
 }
+
+CF_IMPLICIT_BRIDGING_DISABLED

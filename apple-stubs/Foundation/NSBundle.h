@@ -10,7 +10,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (nullable, readonly, copy) NSString *bundleIdentifier;
 - (nullable id)objectForInfoDictionaryKey:(NSString *)key;
 - (NSString *)localizedStringForKey:(NSString *)key value:(nullable NSString *)value table:(nullable NSString *)tableName
-    __attribute__((format_arg(1)));
+    NS_FORMAT_ARGUMENT(1);
 @end
 
 NS_ASSUME_NONNULL_END

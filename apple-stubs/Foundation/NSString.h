@@ -15,7 +15,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (nullable, readonly) const char *UTF8String NS_RETURNS_INNER_POINTER;
 - (NSUInteger)lengthOfBytesUsingEncoding:(NSStringEncoding)enc;
 - (nullable instancetype)initWithBytes:(const void *)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
-+ (nullable instancetype)stringWithUTF8String:(const char *)nullTerminatedCString;
++ (nullable instancetype)stringWithUTF8String:(const char *)nullTerminatedCString NS_FORMAT_ARGUMENT(1);
 - (NSString *)stringByAppendingString:(NSString *)aString;
 @property (readonly, copy) NSString *precomposedStringWithCanonicalMapping;
 @end

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <HIToolbox/CarbonEventsCore.h>
+#include <HIToolbox/Events.h>
+
+#pragma pack(push, 2)
 
 typedef struct OpaqueEventHotKeyRef *EventHotKeyRef;
 
@@ -20,10 +23,6 @@ enum {
 };
 
 enum {
-    kEventParamDirectObject = '----',
-};
-
-enum {
     typeEventHotKeyID = 'hkid',
 };
 
@@ -37,3 +36,5 @@ extern OSStatus RegisterEventHotKey(UInt32 inHotKeyCode, UInt32 inHotKeyModifier
 extern OSStatus UnregisterEventHotKey(EventHotKeyRef inHotKey);
 
 }
+
+#pragma pack(pop)

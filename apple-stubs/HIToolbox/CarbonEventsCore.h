@@ -3,13 +3,17 @@
 
 #include <MacTypes.h>
 
-typedef struct OpaqueEventRef *EventRef;
-typedef struct OpaqueEventHandlerRef *EventHandlerRef;
-typedef struct OpaqueEventHandlerCallRef *EventHandlerCallRef;
-typedef struct OpaqueEventTargetRef *EventTargetRef;
+#pragma pack(push, 2)
 
-typedef OSType EventParamName;
-typedef OSType EventParamType;
+typedef struct OpaqueEventRef *EventRef;
+
+enum {
+    eventNotHandledErr = -9874,
+};
+
+enum {
+    kEventParamDirectObject = '----',
+};
 
 struct EventTypeSpec {
     OSType eventClass;
@@ -17,12 +21,15 @@ struct EventTypeSpec {
 };
 typedef struct EventTypeSpec EventTypeSpec;
 
+typedef OSType EventParamName;
+typedef OSType EventParamType;
+
+typedef struct OpaqueEventHandlerRef *EventHandlerRef;
+typedef struct OpaqueEventHandlerCallRef *EventHandlerCallRef;
+typedef struct OpaqueEventTargetRef *EventTargetRef;
+
 typedef OSStatus (*EventHandlerProcPtr)(EventHandlerCallRef inHandlerCallRef, EventRef inEvent, void *inUserData);
 typedef EventHandlerProcPtr EventHandlerUPP;
-
-enum {
-    eventNotHandledErr = -9874,
-};
 
 extern "C" {
 
@@ -38,3 +45,5 @@ extern OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, Event
                                   void *outData);
 
 }
+
+#pragma pack(pop)

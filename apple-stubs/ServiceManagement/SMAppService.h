@@ -14,10 +14,10 @@ typedef NS_ENUM(NSInteger, SMAppServiceStatus){
 
 API_AVAILABLE(macos(13.0))
 @interface SMAppService : NSObject
-@property (class, readonly) SMAppService *mainAppService;
-- (BOOL)registerAndReturnError:(NSError **)error;
-- (BOOL)unregisterAndReturnError:(NSError **)error;
-@property (readonly) SMAppServiceStatus status;
+@property (class, readonly) SMAppService *mainAppService API_AVAILABLE(macos(13.0));
+- (BOOL)registerAndReturnError:(NSError *_Nullable __autoreleasing *_Nullable)error API_AVAILABLE(macos(13.0));
+- (BOOL)unregisterAndReturnError:(NSError *_Nullable __autoreleasing *_Nullable)error API_AVAILABLE(macos(13.0));
+@property (readonly) SMAppServiceStatus status API_AVAILABLE(macos(13.0));
 @end
 
 NS_ASSUME_NONNULL_END

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "OrvikKitCore/Shortcut.h"
 #include "OrvikKitMac/Services.h"
 
 namespace orvik::mac {
@@ -17,6 +18,10 @@ static_assert(static_cast<std::uint32_t>(kEventClassKeyboard) == fourCharCode("k
 static_assert(static_cast<std::uint32_t>(kEventParamDirectObject) == fourCharCode("----"));
 static_assert(static_cast<std::uint32_t>(typeEventHotKeyID) == fourCharCode("hkid"));
 static_assert(sizeof(EventHotKeyID) == 2 * sizeof(std::uint32_t));
+static_assert(static_cast<std::uint32_t>(cmdKey) == Shortcut::command);
+static_assert(static_cast<std::uint32_t>(shiftKey) == Shortcut::shift);
+static_assert(static_cast<std::uint32_t>(optionKey) == Shortcut::option);
+static_assert(static_cast<std::uint32_t>(controlKey) == Shortcut::control);
 
 namespace {
 

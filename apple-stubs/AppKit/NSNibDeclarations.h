@@ -1,0 +1,6 @@
+// <AppKit/NSNibDeclarations.h>
+#pragma once
+
+#ifndef IBOutlet
+#define IBOutlet
+#endif
