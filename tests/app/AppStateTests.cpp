@@ -2,11 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <stdexcept>
-#include <thread>
 
 #include "AppWorld.h"
+#include "TestSupport/OffTheMainThread.h"
 
 namespace tolvane {
 namespace {
@@ -525,35 +524,24 @@ TEST_F(AppStateTest, LaunchWithMusicClosedStoresNoTrackUntilTheAnswerArrives) {
 TEST_F(AppStateTest, SettersAndOperationsOffTheMainThreadStopTheProcess) {
     const auto state = world.launch();
     world.settle();
-    const auto offMain = [](const std::function<void()>& work) {
-        std::thread other(work);
-        other.join();
-    };
-    const std::string fault = "main-thread work was called from another thread";
-    EXPECT_DEATH(offMain([&] { state->setEnabled(false); }), fault);
-    EXPECT_DEATH(offMain([&] { state->setClosedBehavior(ClosedBehavior::ignore); }), fault);
-    EXPECT_DEATH(offMain([&] { state->refreshTrack(); }), fault);
-    EXPECT_DEATH(offMain([&] { state->perform(MusicCommand::next); }), fault);
+    using testsupport::mainThreadFault;
+    using testsupport::offTheMainThread;
+    EXPECT_DEATH(offTheMainThread([&] { state->setEnabled(false); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { state->setClosedBehavior(ClosedBehavior::ignore); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { state->refreshTrack(); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { state->perform(MusicCommand::next); }), mainThreadFault);
 }
 
 TEST_F(AppStateTest, PreviewDataOffTheMainThreadStopsTheProcess) {
     const auto state = world.launch(true);
-    EXPECT_DEATH(
-        {
-            std::thread other([&] { state->applyPreview(std::nullopt, true, 3); });
-            other.join();
-        },
-        "main-thread work was called from another thread");
+    EXPECT_DEATH(testsupport::offTheMainThread([&] { state->applyPreview(std::nullopt, true, 3); }),
+                 testsupport::mainThreadFault);
 }
 
 TEST_F(AppStateTest, APreviewsUpdateReminderCentreAssertsTheMainThreadToo) {
     const auto state = world.launch(true);
-    EXPECT_DEATH(
-        {
-            std::thread other([&] { state->updateReminders()->dismissUpdateReminder(); });
-            other.join();
-        },
-        "main-thread work was called from another thread");
+    EXPECT_DEATH(testsupport::offTheMainThread([&] { state->updateReminders()->dismissUpdateReminder(); }),
+                 testsupport::mainThreadFault);
 }
 
 TEST_F(AppStateTest, PollRunsEveryTwoSecondsWithATenthOfLeeway) {

@@ -5,12 +5,12 @@
 #include <cstdint>
 #include <new>
 #include <stdexcept>
-#include <thread>
 #include <vector>
 
 #include "TestSupport/FakeEventTapSystem.h"
 #include "TestSupport/ManualMainThread.h"
 #include "TestSupport/RecordingLogger.h"
+#include "TestSupport/OffTheMainThread.h"
 
 namespace tolvane {
 namespace {
@@ -262,12 +262,8 @@ TEST_F(MediaKeyTapTest, EmptyHandlerLetsEveryMediaKeyPass) {
 TEST_F(MediaKeyTapTest, CallbackOffTheMainThreadStopsTheProcess) {
     takeEveryKey();
     ASSERT_TRUE(tap.start());
-    EXPECT_DEATH(
-        {
-            std::thread other([&] { system->deliverMediaKey(mediaKeyData1(playKey, true)); });
-            other.join();
-        },
-        "main-thread work was called from another thread");
+    EXPECT_DEATH(testsupport::offTheMainThread([&] { system->deliverMediaKey(mediaKeyData1(playKey, true)); }),
+                 testsupport::mainThreadFault);
 }
 
 }  // namespace

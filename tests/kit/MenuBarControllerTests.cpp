@@ -2,15 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <set>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "TestSupport/FakeStatusItem.h"
 #include "TestSupport/ManualMainThread.h"
+#include "TestSupport/OffTheMainThread.h"
 
 namespace orvik {
 namespace {
@@ -76,16 +75,13 @@ TEST(BadgeGeometryTest, IsAvailableAtCompileTime) {
 TEST_F(MenuBarControllerTest, EveryPublicOperationOffTheMainThreadStopsTheProcess) {
     const auto controller = makeController();
     Published<bool> due(false);
-    const auto offMain = [](const std::function<void()>& work) {
-        std::thread other(work);
-        other.join();
-    };
-    const std::string fault = "main-thread work was called from another thread";
-    EXPECT_DEATH(offMain([&] { controller->toggle(); }), fault);
-    EXPECT_DEATH(offMain([&] { controller->open(); }), fault);
-    EXPECT_DEATH(offMain([&] { controller->close(); }), fault);
-    EXPECT_DEATH(offMain([&] { controller->updateIcon(); }), fault);
-    EXPECT_DEATH(offMain([&] { controller->showUpdateBadge(due); }), fault);
+    using testsupport::mainThreadFault;
+    using testsupport::offTheMainThread;
+    EXPECT_DEATH(offTheMainThread([&] { controller->toggle(); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { controller->open(); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { controller->close(); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { controller->updateIcon(); }), mainThreadFault);
+    EXPECT_DEATH(offTheMainThread([&] { controller->showUpdateBadge(due); }), mainThreadFault);
 }
 
 // --- Icon ---------------------------------------------------------------------------

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <thread>
 
 #include "TestSupport/FakeNotificationCenter.h"
 #include "TestSupport/ManualMainThread.h"
+#include "TestSupport/OffTheMainThread.h"
 
 namespace orvik {
 namespace {
@@ -68,12 +68,7 @@ TEST(NotificationObservation, DeliveryOffTheMainThreadStopsTheProcess) {
     auto center = std::make_shared<FakeNotificationCenter>();
     int calls = 0;
     NotificationObservation observation(mainThread, "player", center, [&](const Notification&) { ++calls; });
-    EXPECT_DEATH(
-        {
-            std::thread other([&] { center->post({"player", {}}); });
-            other.join();
-        },
-        "main-thread work was called from another thread");
+    EXPECT_DEATH(testsupport::offTheMainThread([&] { center->post({"player", {}}); }), testsupport::mainThreadFault);
     EXPECT_EQ(calls, 0);
 }
 

@@ -2,14 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "TestSupport/FakeSystemServices.h"
 #include "TestSupport/ManualMainThread.h"
+#include "TestSupport/OffTheMainThread.h"
 
 namespace orvik {
 namespace {
@@ -308,12 +307,8 @@ TEST_F(UpdateReminderCenterTest, RefreshingAPreviewComputesFalseAsItHasNoReminde
 
 // --- Main thread -----------------------------------------------------------------------
 
-void offTheMainThread(const std::function<void()>& work) {
-    std::thread other(work);
-    other.join();
-}
-
-constexpr const char* mainThreadFault = "main-thread work was called from another thread";
+using testsupport::mainThreadFault;
+using testsupport::offTheMainThread;
 
 TEST_F(UpdateReminderCenterTest, EachOperationOffTheMainThreadStopsTheProcess) {
     const auto center = makeCenter();
