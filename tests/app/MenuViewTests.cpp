@@ -231,6 +231,24 @@ TEST_F(MenuViewTest, TransportButtonsPerformTheirCommands) {
     EXPECT_EQ(world.commandRuns(), std::vector<std::string>{testsupport::commandSource(MusicCommand::next)});
 }
 
+TEST_F(MenuViewTest, TheMiddleButtonWithMusicClosedSendsLaunchAndPlayWhateverTheClosedSetting) {
+    for (ClosedBehavior behavior : {ClosedBehavior::ignore, ClosedBehavior::system}) {
+        AppWorld fresh;
+        fresh.settings->write(AppState::closedBehaviorPreference, behavior);
+        const auto state = fresh.launch();
+        const auto rendering =
+            render(MenuView{menuContent(state, {.loginItem = loginItem, .urlOpener = fresh.urlOpener}), {}}.body());
+        EXPECT_TRUE(rendering.canvas.find(Kind::symbol, "play.fill").has_value());
+        for (const auto* node : rendering.nodesOf<orvik::ButtonNode>()) {
+            const auto& button = std::get<orvik::ButtonNode>(node->view->node);
+            if (button.id == transportButtonID(MusicCommand::playPause)) button.action();
+        }
+        fresh.settle();
+        EXPECT_EQ(fresh.commandRuns(),
+                  std::vector<std::string>{testsupport::commandSource(MusicCommand::launchAndPlay)});
+    }
+}
+
 TEST_F(MenuViewTest, AFreshInstallWithNeitherPermissionShowsBothWarningsAccessibilityFirst) {
     world.accessibility->trusted = false;
     world.running->setRunning("com.apple.Music", true);

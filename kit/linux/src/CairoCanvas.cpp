@@ -6,8 +6,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <numbers>
 #include <utility>
+
+#include "OrvikKit/ShapePath.h"
 
 namespace orvik::cairo {
 
@@ -132,27 +133,14 @@ Size logicalSize(PangoLayout* layout) {
 }
 
 void shapePath(cairo_t* cr, const PlacedShape& placed) {
-    const Rect& frame = placed.frame;
-    const double shortSide = std::min(frame.width, frame.height);
-    const auto rounded = [&](double radius) {
-        radius = std::clamp(radius, 0.0, shortSide / 2);
-        const double pi = std::numbers::pi;
-        cairo_new_sub_path(cr);
-        cairo_arc(cr, frame.maxX() - radius, frame.y + radius, radius, -pi / 2, 0);
-        cairo_arc(cr, frame.maxX() - radius, frame.maxY() - radius, radius, 0, pi / 2);
-        cairo_arc(cr, frame.x + radius, frame.maxY() - radius, radius, pi / 2, pi);
-        cairo_arc(cr, frame.x + radius, frame.y + radius, radius, pi, 3 * pi / 2);
-        cairo_close_path(cr);
-    };
-    switch (placed.shape.kind) {
-    case Shape::Kind::rectangle: cairo_rectangle(cr, frame.x, frame.y, frame.width, frame.height); break;
-    case Shape::Kind::roundedRectangle: rounded(placed.shape.cornerRadius); break;
-    case Shape::Kind::capsule: rounded(shortSide / 2); break;
-    case Shape::Kind::circle:
-        cairo_new_sub_path(cr);
-        cairo_arc(cr, frame.x + frame.width / 2, frame.y + frame.height / 2, shortSide / 2, 0, 2 * std::numbers::pi);
-        cairo_close_path(cr);
-        break;
+    for (const PathElement& element : outline(placed)) {
+        const auto& p = element.points;
+        switch (element.kind) {
+        case PathElement::Kind::moveTo: cairo_move_to(cr, p[0].x, p[0].y); break;
+        case PathElement::Kind::lineTo: cairo_line_to(cr, p[0].x, p[0].y); break;
+        case PathElement::Kind::curveTo: cairo_curve_to(cr, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y); break;
+        case PathElement::Kind::close: cairo_close_path(cr); break;
+        }
     }
 }
 

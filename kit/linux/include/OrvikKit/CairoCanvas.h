@@ -4,8 +4,8 @@
 // It approximates the Mac: the Inter font stands in for the system font,
 // and each SF Symbols name the menu uses is drawn as a glyph of the Material
 // Design icon font (an unknown name draws a crossed box, so it shows).
-// Rounded rectangles have circular corners, not continuous ones; shadows are
-// a box blur. Measures, layout, colours and opacities are the portable
+// Shapes are the kit's outlines (continuous corners for rounded rectangles);
+// shadows are a box blur. Measures, layout, colours and opacities are the portable
 // code's, exactly as on the Mac.
 //
 // One thread at a time.
