@@ -8,6 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSPopUpButton : NSButton
 - (instancetype)initWithFrame:(NSRect)buttonFrame pullsDown:(BOOL)flag;
 - (void)addItemWithTitle:(NSString *)title;
+- (void)removeAllItems;
 - (void)selectItemAtIndex:(NSInteger)index;
 @property (readonly) NSInteger indexOfSelectedItem;
 @end

@@ -87,7 +87,8 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     std::unique_ptr<orvik::View> _tree;
     orvik::LayoutNode _layout;
     NSTrackingArea* _trackingArea;
-    std::vector<NSView*> _controls;                // the native switches and pop-up menus, in tree order
+    std::vector<NSSwitch*> _switches;              // the native switches, in tree order
+    std::vector<NSPopUpButton*> _pickers;          // the native pop-up menus, in tree order
     std::vector<OrvikControlTarget*> _targets;     // their targets (controls keep targets weakly)
     std::vector<NSString*> _toolTips;              // tooltip owners (views keep them weakly)
     std::vector<id> _accessibilityElements;        // the drawn buttons and texts
@@ -185,17 +186,29 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
 // --- Native controls --------------------------------------------------------------
 
 - (void)placeControls {
-    for (NSView* control : _controls) [control removeFromSuperview];
-    _controls.clear();
+    // The controls are kept across rebuilds (a hover change must not make
+    // the switch anew under the pointer): the n-th switch and the n-th pop-up
+    // menu of the tree reuse the n-th of their kind, the rest are removed.
     _targets.clear();
     __weak OrvikHostView* weakSelf = self;
 
-    std::vector<const orvik::LayoutNode*> switches;
-    orvik::collect<orvik::SwitchNode>(_layout, switches);
-    for (const orvik::LayoutNode* node : switches) {
+    std::vector<const orvik::LayoutNode*> switchNodes;
+    orvik::collect<orvik::SwitchNode>(_layout, switchNodes);
+    while (_switches.size() > switchNodes.size()) {
+        [_switches.back() removeFromSuperview];
+        _switches.pop_back();
+    }
+    for (std::size_t index = 0; index < switchNodes.size(); ++index) {
+        const orvik::LayoutNode* node = switchNodes[index];
         const auto& payload = std::get<orvik::SwitchNode>(node->view->node);
+        if (index == _switches.size()) {
+            NSSwitch* made = [[NSSwitch alloc] initWithFrame:platformRect(node->frame)];
+            [self addSubview:made];
+            _switches.push_back(made);
+        }
         // NSSwitch has no tint: it follows the system accent colour.
-        NSSwitch* control = [[NSSwitch alloc] initWithFrame:platformRect(node->frame)];
+        NSSwitch* control = _switches[index];
+        control.frame = platformRect(node->frame);
         control.controlSize = platformControlSize(payload.size);
         control.state = payload.isOn.value ? NSControlStateValueOn : NSControlStateValueOff;
         OrvikControlTarget* target = [[OrvikControlTarget alloc]
@@ -206,30 +219,38 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
             }];
         control.target = target;
         control.action = @selector(performAction:);
-        [self addSubview:control];
-        _controls.push_back(control);
         _targets.push_back(target);
     }
 
-    std::vector<const orvik::LayoutNode*> pickers;
-    orvik::collect<orvik::PickerNode>(_layout, pickers);
-    for (const orvik::LayoutNode* node : pickers) {
+    std::vector<const orvik::LayoutNode*> pickerNodes;
+    orvik::collect<orvik::PickerNode>(_layout, pickerNodes);
+    while (_pickers.size() > pickerNodes.size()) {
+        [_pickers.back() removeFromSuperview];
+        _pickers.pop_back();
+    }
+    for (std::size_t index = 0; index < pickerNodes.size(); ++index) {
+        const orvik::LayoutNode* node = pickerNodes[index];
         const auto& payload = std::get<orvik::PickerNode>(node->view->node);
-        NSPopUpButton* control = [[NSPopUpButton alloc] initWithFrame:platformRect(node->frame) pullsDown:NO];
+        if (index == _pickers.size()) {
+            NSPopUpButton* made = [[NSPopUpButton alloc] initWithFrame:platformRect(node->frame) pullsDown:NO];
+            [self addSubview:made];
+            _pickers.push_back(made);
+        }
+        NSPopUpButton* control = _pickers[index];
+        control.frame = platformRect(node->frame);
+        [control removeAllItems];
         for (const std::string& option : node->options) [control addItemWithTitle:nonNilString(option)];
         if (payload.selectedIndex < node->options.size()) {
             [control selectItemAtIndex:static_cast<NSInteger>(payload.selectedIndex)];
         }
         OrvikControlTarget* target = [[OrvikControlTarget alloc]
             initWithAction:[select = payload.select, weakSelf](id sender) {
-                const NSInteger index = ((NSPopUpButton*)sender).indexOfSelectedItem;
-                if (select && index >= 0) select(static_cast<std::size_t>(index));
+                const NSInteger selected = ((NSPopUpButton*)sender).indexOfSelectedItem;
+                if (select && selected >= 0) select(static_cast<std::size_t>(selected));
                 [weakSelf rebuild];
             }];
         control.target = target;
         control.action = @selector(performAction:);
-        [self addSubview:control];
-        _controls.push_back(control);
         _targets.push_back(target);
     }
 }
@@ -299,20 +320,18 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
         if (node.role == orvik::AccessibilityNode::Role::switchControl) switchLabels.push_back(node.label);
         if (node.role == orvik::AccessibilityNode::Role::popUpMenu) pickerLabels.push_back(node.label);
     }
-    std::size_t index = 0;
-    for (const std::string& label : switchLabels) {
-        if (index < _controls.size()) _controls[index].accessibilityLabel = nonNilString(label);
-        ++index;
+    for (std::size_t index = 0; index < switchLabels.size() && index < _switches.size(); ++index) {
+        _switches[index].accessibilityLabel = nonNilString(switchLabels[index]);
     }
-    for (const std::string& label : pickerLabels) {
-        if (index < _controls.size()) _controls[index].accessibilityLabel = nonNilString(label);
-        ++index;
+    for (std::size_t index = 0; index < pickerLabels.size() && index < _pickers.size(); ++index) {
+        _pickers[index].accessibilityLabel = nonNilString(pickerLabels[index]);
     }
 }
 
 - (NSArray*)accessibilityChildren {
     std::vector<id> children = _accessibilityElements;
-    for (NSView* control : _controls) children.push_back(control);
+    for (NSSwitch* control : _switches) children.push_back(control);
+    for (NSPopUpButton* control : _pickers) children.push_back(control);
     return [NSArray arrayWithObjects:children.data() count:children.size()];
 }
 
