@@ -26,8 +26,9 @@ if(fileCount EQUAL 0)
     message(FATAL_ERROR "No .mm files found under kit/mac, app/mac or tests/mac")
 endif()
 
+# libc++, the standard library Apple ships and the Mac build compiles against.
 set(flags
-    -std=c++20 -x objective-c++ -fobjc-arc -fblocks -fobjc-runtime=macosx-13.0
+    -stdlib=libc++ -std=c++20 -x objective-c++ -fobjc-arc -fblocks -fobjc-runtime=macosx-13.0
     -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Werror
     -isystem "${SOURCE_DIR}/apple-stubs")
 string(REPLACE "|" ";" includeDirs "${INCLUDE_DIRS}")

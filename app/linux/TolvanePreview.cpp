@@ -7,7 +7,8 @@
 // menu-en-light.png and menu-en-dark.png into DIRECTORY.
 //
 // Snapshot mode does no system work, so the services handed to the preview
-// state stop the program if anything ever calls them.
+// state stop the program if anything ever calls them
+// (MenuSnapshot::refusingServices).
 #include <cairo.h>
 
 #include <cmath>
@@ -19,108 +20,14 @@
 #include <vector>
 
 #include "OrvikKit/CairoCanvas.h"
-#include "OrvikKit/FatalError.h"
-#include "OrvikKitCore/Preferences.h"
 #include "Tolvane/Entry.h"
 #include "Tolvane/MenuSnapshot.h"
+#include "Tolvane/SnapshotServices.h"
 
 namespace {
 
 using tolvane::ArtworkImage;
 using tolvane::MenuSnapshot::SampleArtwork;
-
-[[noreturn]] void calledInSnapshot(const char* what) {
-    orvik::fatalError(std::string("snapshot mode must not call ") + what);
-}
-
-// The main thread of this single-threaded program; snapshot mode posts
-// nothing.
-class PreviewMainThread final : public orvik::MainThread {
-public:
-    void post(Task) override { calledInSnapshot("MainThread::post"); }
-    TimerID postAfter(orvik::Duration, orvik::Duration, Task) override { calledInSnapshot("MainThread::postAfter"); }
-    void cancel(TimerID) override { calledInSnapshot("MainThread::cancel"); }
-    bool isCurrent() const override { return true; }
-};
-
-class NoRunningApplications final : public orvik::RunningApplications {
-public:
-    bool isRunning(std::string_view) const override { calledInSnapshot("RunningApplications::isRunning"); }
-};
-
-class NoNotifications final : public orvik::NotificationCenter {
-public:
-    Token addObserver(std::string, Handler) override { calledInSnapshot("NotificationCenter::addObserver"); }
-    void removeObserver(Token) override { calledInSnapshot("NotificationCenter::removeObserver"); }
-};
-
-class NoAccessibility final : public orvik::AccessibilityTrust {
-public:
-    bool isTrusted() override { calledInSnapshot("AccessibilityTrust::isTrusted"); }
-    bool requestIfNeeded() override { calledInSnapshot("AccessibilityTrust::requestIfNeeded"); }
-};
-
-class NoEventTaps final : public tolvane::EventTapSystem {
-public:
-    std::optional<Handle> createTap(void*) noexcept override { calledInSnapshot("EventTapSystem::createTap"); }
-    bool addToMainRunLoop(Handle) noexcept override { calledInSnapshot("EventTapSystem::addToMainRunLoop"); }
-    void enable(Handle, bool) noexcept override { calledInSnapshot("EventTapSystem::enable"); }
-    bool isEnabled(Handle) const noexcept override { calledInSnapshot("EventTapSystem::isEnabled"); }
-    void invalidate(Handle) noexcept override { calledInSnapshot("EventTapSystem::invalidate"); }
-    void release(Handle) noexcept override { calledInSnapshot("EventTapSystem::release"); }
-};
-
-class NoQueue final : public orvik::SerialQueue {
-public:
-    void async(WorkItem) override { calledInSnapshot("SerialQueue::async"); }
-};
-
-class NoScripts final : public tolvane::ScriptEngine {
-public:
-    std::unique_ptr<Script> create(std::string_view) override { calledInSnapshot("ScriptEngine::create"); }
-};
-
-class NoThumbnails final : public tolvane::Thumbnailer {
-public:
-    std::optional<ArtworkImage> thumbnail(std::span<const std::uint8_t>) override {
-        calledInSnapshot("Thumbnailer::thumbnail");
-    }
-};
-
-class NoLogger final : public orvik::Logger {
-public:
-    void error(std::string_view) noexcept override { calledInSnapshot("Logger::error"); }
-};
-
-class PreviewAppInfo final : public orvik::AppInfoSource {
-public:
-    std::string version() const override { return TOLVANE_PREVIEW_VERSION; }
-    std::shared_ptr<orvik::Logger> logger(std::string_view) override { return std::make_shared<NoLogger>(); }
-};
-
-class NoURLs final : public orvik::URLOpener {
-public:
-    orvik::URLOpenResult open(std::string_view) override { calledInSnapshot("URLOpener::open"); }
-};
-
-tolvane::AppServices previewServices() {
-    return tolvane::AppServices{
-        .mainThread = std::make_shared<PreviewMainThread>(),
-        .runningApplications = std::make_shared<NoRunningApplications>(),
-        .distributedNotifications = std::make_shared<NoNotifications>(),
-        .workspaceNotifications = std::make_shared<NoNotifications>(),
-        .accessibility = std::make_shared<NoAccessibility>(),
-        .eventTaps = std::make_shared<NoEventTaps>(),
-        .scripting = std::make_shared<tolvane::MusicScripting>(std::make_shared<NoQueue>(),
-                                                              std::make_shared<NoScripts>(),
-                                                              std::make_shared<NoThumbnails>(),
-                                                              std::make_shared<NoLogger>()),
-        .appInfo = std::make_shared<PreviewAppInfo>(),
-        .urlOpener = std::make_shared<NoURLs>(),
-        .standardDefaults = std::make_shared<orvik::InMemoryPreferenceStore>(),
-        .now = [] { return orvik::dateFromSecondsSince1970(0); },
-    };
-}
 
 // The sample artwork as a Cairo image: both the app's artwork content and a
 // view image the Cairo canvas draws.
@@ -166,7 +73,7 @@ int main(int argc, char** argv) {
         orvik::cairo::CairoSnapshotPlatform rendering;
         tolvane::MenuSnapshot::Platform platform{
             .rendering = rendering,
-            .services = previewServices(),
+            .services = tolvane::MenuSnapshot::refusingServices(TOLVANE_PREVIEW_VERSION),
             .loginItem = nullptr,
             .version = TOLVANE_PREVIEW_VERSION,
             .makeArtwork = sampleArtwork,

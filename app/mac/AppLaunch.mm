@@ -1,5 +1,6 @@
-// The app's shared state over the macOS adapters, and its launch function.
-#import <Foundation/Foundation.h>
+// The app's shared state over the macOS adapters, and its launch function:
+// the status item whose popover hosts the menu view over the state.
+#import <AppKit/AppKit.h>
 
 #include <memory>
 #include <string>
@@ -8,6 +9,7 @@
 #include "OrvikKit/UpdateReminderCenter.h"
 #include "OrvikKitMac/Services.h"
 #include "TolvaneMac/Adapters.h"
+#include "Tolvane/MenuView.h"
 
 namespace tolvane::mac {
 
@@ -40,10 +42,20 @@ std::shared_ptr<AppState> sharedAppState(const std::shared_ptr<orvik::MainThread
 orvik::MenuBarApp::Parts launch(const std::shared_ptr<orvik::MainThread>& mainThread) {
     const std::shared_ptr<AppState> state = sharedAppState(mainThread);
     const std::weak_ptr<AppState> weakState = state;
-    // TODO(views): the popover's content (the menu view over `state`) is
-    // hosted by the status item once the views land; until then it shows an
-    // empty view of the menu's width.
-    auto controller = orvik::MenuBarController::create(orvik::mac::makeStatusItem(), mainThread, "Tolvane",
+    const std::shared_ptr<orvik::AppInfoSource> appInfo = orvik::mac::makeAppInfoSource();
+    // The popover's content: the menu over the state. It follows the state's
+    // changes and the update reminder's due flag, and reads the open-at-login
+    // state and refreshes the track each time the popover is shown.
+    auto popover = std::make_shared<MenuPopover>(
+        state, MenuEnvironment{
+                   .loginItem = orvik::mac::makeLoginItemService(appInfo->logger("login-item")),
+                   .openAtLogin = nullptr,
+                   .urlOpener = orvik::mac::makeURLOpener(),
+                   .version = appInfo->version(),
+                   .quit = [] { [NSApplication.sharedApplication terminate:nil]; },
+               });
+    auto controller = orvik::MenuBarController::create(orvik::mac::makeStatusItem(popover, mainThread), mainThread,
+                                                       "Tolvane",
                                                        state->objectWillChange, [weakState] {
                                                            const auto alive = weakState.lock();
                                                            return alive ? std::string(alive->menuBarSymbol())

@@ -6,17 +6,27 @@
 
 #import <AppKit/NSAccessibilityProtocols.h>
 #import <AppKit/NSNibDeclarations.h>
+#import <AppKit/NSAccessibilityConstants.h>
+#import <AppKit/NSAccessibilityElement.h>
+#import <AppKit/NSTrackingArea.h>
 #import <AppKit/NSResponder.h>
 #import <AppKit/NSGraphics.h>
 #import <AppKit/NSGraphicsContext.h>
+#import <AppKit/NSColorSpace.h>
 #import <AppKit/NSColor.h>
+#import <AppKit/NSAppearance.h>
+#import <AppKit/NSFontDescriptor.h>
+#import <AppKit/NSFont.h>
 #import <AppKit/NSBezierPath.h>
 #import <AppKit/NSImage.h>
 #import <AppKit/NSView.h>
 #import <AppKit/NSWindow.h>
 #import <AppKit/NSViewController.h>
 #import <AppKit/NSControl.h>
+#import <AppKit/NSCell.h>
 #import <AppKit/NSButton.h>
+#import <AppKit/NSSwitch.h>
+#import <AppKit/NSPopUpButton.h>
 #import <AppKit/NSStatusBarButton.h>
 #import <AppKit/NSStatusBar.h>
 #import <AppKit/NSStatusItem.h>

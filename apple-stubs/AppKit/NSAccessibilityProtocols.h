@@ -8,6 +8,9 @@ NS_ASSUME_NONNULL_BEGIN
 @protocol NSAccessibility <NSObject>
 @required
 @property (nullable, copy) NSString *accessibilityLabel API_AVAILABLE(macos(10.10));
+@property (nullable, copy) NSArray *accessibilityChildren API_AVAILABLE(macos(10.10));
+// Invokes when clients perform NSAccessibilityPressAction
+- (BOOL)accessibilityPerformPress API_AVAILABLE(macos(10.10));
 @end
 
 NS_ASSUME_NONNULL_END

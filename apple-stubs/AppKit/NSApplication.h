@@ -16,6 +16,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (class, readonly, strong) __kindof NSApplication *sharedApplication;
 @property (nullable, weak) id<NSApplicationDelegate> delegate;
 - (void)run;
+- (void)terminate:(nullable id)sender;
 - (void)activateIgnoringOtherApps:(BOOL)flag;
 @end
 

@@ -14,7 +14,19 @@ typedef NS_ENUM(short, NSEventSubtype){
     NSEventSubtypeWindowExposed = 0,
 };
 
+typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags){
+    NSEventModifierFlagCapsLock = 1 << 16,
+    NSEventModifierFlagShift = 1 << 17,
+    NSEventModifierFlagControl = 1 << 18,
+    NSEventModifierFlagOption = 1 << 19,
+    NSEventModifierFlagCommand = 1 << 20,
+};
+
 @interface NSEvent : NSObject <NSCopying>
+@property (readonly) NSEventModifierFlags modifierFlags;
+@property (readonly) NSPoint locationInWindow;
+// Raises on events other than key events.
+@property (nullable, readonly, copy) NSString *charactersIgnoringModifiers;
 @property (readonly) NSEventType type;
 @property (readonly) NSEventSubtype subtype;
 @property (readonly) NSInteger data1;

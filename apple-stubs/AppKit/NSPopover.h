@@ -18,6 +18,8 @@ API_AVAILABLE(macos(10.7))
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 @property NSPopoverBehavior behavior;
 @property BOOL animates;
+// Set to the content view's size when the content view controller is set.
+@property NSSize contentSize;
 @property (nullable, retain) NSViewController *contentViewController;
 @property (readonly, getter=isShown) BOOL shown;
 - (void)showRelativeToRect:(NSRect)positioningRect ofView:(NSView *)positioningView preferredEdge:(NSRectEdge)preferredEdge;

@@ -26,8 +26,21 @@
 #define CF_IMPLICIT_BRIDGING_DISABLED
 #endif
 
+#define CF_ASSUME_NONNULL_BEGIN _Pragma("clang assume_nonnull begin")
+#define CF_ASSUME_NONNULL_END _Pragma("clang assume_nonnull end")
+
+// CF_OPTIONS as the SDK spells it for C++ (the same shape as NS_OPTIONS).
+#define CF_OPTIONS(_type, _name) \
+    _type _name;                 \
+    enum : _type
+
 typedef unsigned long CFTypeID;
 typedef signed long CFIndex;
+
+typedef struct {
+    CFIndex location;
+    CFIndex length;
+} CFRange;
 
 typedef const CF_BRIDGED_TYPE(id) void *CFTypeRef;
 typedef const struct CF_BRIDGED_TYPE(NSString) __CFString *CFStringRef;

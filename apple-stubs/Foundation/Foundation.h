@@ -8,6 +8,7 @@
 #import <Foundation/NSGeometry.h>
 #import <Foundation/NSString.h>
 #import <Foundation/NSData.h>
+#import <Foundation/NSAttributedString.h>
 #import <Foundation/NSValue.h>
 #import <Foundation/NSArray.h>
 #import <Foundation/NSDictionary.h>

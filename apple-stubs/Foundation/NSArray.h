@@ -10,4 +10,8 @@ NS_ASSUME_NONNULL_BEGIN
 @property (nullable, nonatomic, readonly) ObjectType firstObject API_AVAILABLE(macos(10.6));
 @end
 
+@interface NSArray<ObjectType> (NSArrayCreation)
++ (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nonnull])objects count:(NSUInteger)cnt;
+@end
+
 NS_ASSUME_NONNULL_END

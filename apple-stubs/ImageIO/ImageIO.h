@@ -2,3 +2,4 @@
 #pragma once
 
 #include <ImageIO/CGImageSource.h>
+#include <ImageIO/CGImageDestination.h>

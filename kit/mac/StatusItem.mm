@@ -1,7 +1,9 @@
 // StatusItem over NSStatusItem and NSPopover: the square status item with
 // its autosave name, the button's action and label, the symbol image with
 // the update badge drawn where badgeGeometry says, and the transient popover
-// below the button.
+// below the button, whose content is a host view over the hosted content
+// (its willShow runs each time the popover is shown; the popover takes the
+// laid-out size).
 #import <AppKit/AppKit.h>
 
 #include <functional>
@@ -9,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#import "OrvikKitMac/HostView.h"
 #import "OrvikKitMac/Strings.h"
 #include "OrvikKitMac/Services.h"
 
@@ -38,9 +41,6 @@
 namespace orvik::mac {
 
 namespace {
-
-// The menu's width in points: the popover's content is this wide.
-constexpr CGFloat menuWidth = 330;
 
 NSRect platformRect(const ImageRect& rect) {
     return NSRect{.origin = {.x = rect.x, .y = rect.y}, .size = {.width = rect.width, .height = rect.height}};
@@ -72,19 +72,22 @@ NSImage* badgedImage(NSImage* source) {
 
 class AppKitStatusItem final : public StatusItem {
 public:
-    AppKitStatusItem() {
+    AppKitStatusItem(std::shared_ptr<HostedContent> content, std::shared_ptr<MainThread> mainThread) {
         statusItem_ = [NSStatusBar.systemStatusBar statusItemWithLength:NSSquareStatusItemLength];
         statusItem_.autosaveName = platformString(MenuBarController::autosaveName);
 
-        // Until the menu's views are hosted here, the popover holds an empty
-        // view of the menu's width.
-        NSViewController* content = [[NSViewController alloc] init];
-        content.view = [[NSView alloc] initWithFrame:NSRect{.origin = {.x = 0, .y = 0},
-                                                            .size = {.width = menuWidth, .height = 0}}];
+        host_ = [[OrvikHostView alloc] initWithContent:std::move(content) mainThread:std::move(mainThread)];
+        NSViewController* controller = [[NSViewController alloc] init];
+        controller.view = host_;
         popover_ = [[NSPopover alloc] init];
-        popover_.contentViewController = content;
+        popover_.contentViewController = controller;
         popover_.behavior = NSPopoverBehaviorTransient;
         popover_.animates = YES;
+        popover_.contentSize = host_.frame.size;
+        __weak NSPopover* popover = popover_;
+        host_.sizeHandler = ^(NSSize size) {
+          popover.contentSize = size;
+        };
     }
 
     bool hasButton() const override { return statusItem_.button != nil; }
@@ -116,6 +119,7 @@ public:
     void showPopover() override {
         NSStatusBarButton* button = statusItem_.button;
         if (button == nil) return;
+        [host_ willShow];  // a fresh view state and the content's onAppear, then the tree built again
         [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
     }
 
@@ -126,11 +130,15 @@ public:
 private:
     NSStatusItem* statusItem_;
     NSPopover* popover_;
+    OrvikHostView* host_;
     OrvikStatusButtonTarget* target_;
 };
 
 }  // namespace
 
-std::shared_ptr<StatusItem> makeStatusItem() { return std::make_shared<AppKitStatusItem>(); }
+std::shared_ptr<StatusItem> makeStatusItem(std::shared_ptr<HostedContent> content,
+                                           std::shared_ptr<MainThread> mainThread) {
+    return std::make_shared<AppKitStatusItem>(std::move(content), std::move(mainThread));
+}
 
 }  // namespace orvik::mac

@@ -14,6 +14,7 @@
 #include <string>
 
 #include "OrvikKit/AppBrand.h"
+#include "OrvikKit/HostedContent.h"
 #include "OrvikKit/MenuChrome.h"
 #include "OrvikKit/Signal.h"
 #include "OrvikKit/ViewTree.h"
@@ -54,7 +55,7 @@ struct MenuView {
     orvik::View body() const;
 };
 
-class MenuPopover {
+class MenuPopover final : public orvik::HostedContent {
 public:
     MenuPopover(std::shared_ptr<AppState> state, MenuEnvironment environment);
     MenuPopover(const MenuPopover&) = delete;
@@ -63,18 +64,19 @@ public:
     // Each time the popover is shown: a fresh view state (nothing hovered or
     // pressed), the open-at-login row read once from the login-item service,
     // and the track refreshed (the content's onAppear).
-    void willShow();
+    void willShow() override;
 
     // The tree for the state as it is now.
-    orvik::View body();
+    orvik::View body() override;
 
     // The host's hover and press state; a change needs a new body.
-    orvik::ViewState& viewState() noexcept { return viewState_; }
+    orvik::ViewState& viewState() noexcept override { return viewState_; }
 
     // Sent before the app state or the update reminder's due flag changes:
     // the host redraws in a later main-thread task, once the change has
     // landed.
     orvik::ChangeSignal changes;
+    orvik::ChangeSignal& changeSignal() noexcept override { return changes; }
 
 private:
     std::shared_ptr<AppState> state_;

@@ -5,11 +5,14 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "OrvikKit/MainThread.h"
 #include "OrvikKit/MenuBarApp.h"
 #include "Tolvane/AppState.h"
 #include "Tolvane/MediaKeyTap.h"
+#include "Tolvane/MenuSnapshot.h"
 #include "Tolvane/MusicScripting.h"
 
 namespace tolvane::mac {
@@ -25,6 +28,16 @@ std::shared_ptr<ScriptEngine> makeScriptEngine();
 // ImageIO thumbnails of at most 128 pixels, with the image's orientation
 // applied; the artwork's content is a CGImage compared with CFEqual.
 std::shared_ptr<Thumbnailer> makeThumbnailer();
+
+// The snapshot's sample artwork drawn with CoreGraphics at two pixels per
+// point: a linear gradient across the whole square at the sample's angle.
+std::optional<ArtworkImage> makeSampleArtwork(const MenuSnapshot::SampleArtwork& sample);
+
+// Snapshot mode: renders the sample menu, light and dark, as PNG files into
+// `directory`, through the kit's CoreGraphics snapshot platform and
+// services that refuse every call (MenuSnapshot::refusingServices). Builds
+// no app state, event tap or status item.
+void renderSnapshots(const std::string& directory);
 
 // The app's one state, built on first use over the standard user defaults
 // and the macOS adapters. Main thread only.

@@ -1,5 +1,7 @@
 // The platform image behind an ArtworkImage on macOS: a CGImage, owned, and
-// compared with CFEqual. Plain C++ over CoreGraphics; for Mac sources only.
+// compared with CFEqual. It is also the image the kit's CoreGraphics canvas
+// draws (its size in points is its pixel size; the menu scales it to fill
+// the artwork square). Plain C++ over CoreGraphics; for Mac sources only.
 #pragma once
 
 #include <CoreGraphics/CoreGraphics.h>
@@ -7,23 +9,21 @@
 #include <utility>
 
 #include "OrvikKitMac/CFRef.h"
+#include "OrvikKitMac/CoreGraphicsCanvas.h"
 #include "Tolvane/Track.h"
 
 namespace tolvane::mac {
 
-class CGImageArtwork final : public ArtworkImage::Content {
+class CGImageArtwork final : public ArtworkImage::Content, public orvik::mac::CGViewImage {
 public:
-    explicit CGImageArtwork(orvik::mac::CFRef<CGImageRef> image) : image_(std::move(image)) {}
+    explicit CGImageArtwork(orvik::mac::CFRef<CGImageRef> image) : CGViewImage(std::move(image)) {}
 
-    CGImageRef image() const noexcept { return image_.get(); }
+    CGImageRef image() const noexcept { return cgImage(); }  // never null
 
     bool equals(const Content& other) const override {
         const auto* artwork = dynamic_cast<const CGImageArtwork*>(&other);
-        return artwork != nullptr && CFEqual(image_.get(), artwork->image_.get());
+        return artwork != nullptr && CFEqual(cgImage(), artwork->cgImage());
     }
-
-private:
-    orvik::mac::CFRef<CGImageRef> image_;  // never null
 };
 
 }  // namespace tolvane::mac

@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 
+#include "OrvikKit/HostedContent.h"
 #include "OrvikKit/HotKeys.h"
 #include "OrvikKit/LocalizedText.h"
 #include "OrvikKit/MainThread.h"
@@ -65,9 +66,11 @@ std::shared_ptr<PreferenceStore> makeUserDefaults(const std::string& suiteName);
 // translation exists.
 std::string localizedString(const LocalizedText& text);
 
-// The status item of the system status bar, with its popover. Its content
-// is, for now, an empty view of the menu's width.
-std::shared_ptr<StatusItem> makeStatusItem();
+// The status item of the system status bar, with its popover, whose content
+// is a host view (OrvikKitMac/HostView.h) over `content`, rebuilt on the
+// main thread after each change the content signals.
+std::shared_ptr<StatusItem> makeStatusItem(std::shared_ptr<HostedContent> content,
+                                           std::shared_ptr<MainThread> mainThread);
 
 }  // namespace orvik::mac
 

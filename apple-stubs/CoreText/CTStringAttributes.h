@@ -1,0 +1,16 @@
+// <CoreText/CTStringAttributes.h>
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+
+extern "C" {
+
+// The font of the text (a CTFontRef, toll-free bridged with NSFont).
+API_AVAILABLE(macos(10.5))
+extern const CFStringRef kCTFontAttributeName;
+
+// A CFBooleanRef: when true, the text is drawn in the context's fill colour.
+API_AVAILABLE(macos(10.5))
+extern const CFStringRef kCTForegroundColorFromContextAttributeName;
+
+}

@@ -1,0 +1,6 @@
+// <CoreText/CoreText.h>
+#pragma once
+
+#include <CoreText/CTStringAttributes.h>
+#include <CoreText/CTLine.h>
+#include <CoreText/CTTypesetter.h>
