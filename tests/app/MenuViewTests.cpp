@@ -9,6 +9,7 @@
 
 #include "AppWorld.h"
 #include "TestSupport/FakeArtwork.h"
+#include "TestSupport/FrameExpectations.h"
 #include "TestSupport/RecordingCanvas.h"
 #include "TestSupport/SnapshotFlag.h"
 #include "Tolvane/MenuSnapshot.h"
@@ -29,12 +30,7 @@ using testsupport::resolved;
 using testsupport::ScopedSnapshotFlag;
 using Kind = DrawOperation::Kind;
 
-void expectFrame(const Rect& actual, const Rect& expected) {
-    EXPECT_NEAR(actual.x, expected.x, 1e-9);
-    EXPECT_NEAR(actual.y, expected.y, 1e-9);
-    EXPECT_NEAR(actual.width, expected.width, 1e-9);
-    EXPECT_NEAR(actual.height, expected.height, 1e-9);
-}
+using testsupport::expectFrame;
 
 class MenuViewTest : public testing::Test {
 protected:

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "TestSupport/FakeSystemServices.h"
+#include "TestSupport/FrameExpectations.h"
 #include "TestSupport/RecordingCanvas.h"
 #include "TestSupport/SnapshotFlag.h"
 
@@ -24,12 +25,7 @@ using testsupport::resolved;
 using testsupport::ScopedSnapshotFlag;
 using Kind = DrawOperation::Kind;
 
-void expectFrame(const Rect& actual, const Rect& expected) {
-    EXPECT_NEAR(actual.x, expected.x, 1e-9);
-    EXPECT_NEAR(actual.y, expected.y, 1e-9);
-    EXPECT_NEAR(actual.width, expected.width, 1e-9);
-    EXPECT_NEAR(actual.height, expected.height, 1e-9);
-}
+using testsupport::expectFrame;
 
 constexpr ProposedSize menuWidth{302, std::nullopt};
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "TestSupport/FrameExpectations.h"
 #include "TestSupport/RecordingCanvas.h"
 #include "TestSupport/SnapshotFlag.h"
 
@@ -20,12 +21,7 @@ using testsupport::resolved;
 using testsupport::ScopedSnapshotFlag;
 using Kind = DrawOperation::Kind;
 
-void expectFrame(const Rect& actual, const Rect& expected) {
-    EXPECT_NEAR(actual.x, expected.x, 1e-9);
-    EXPECT_NEAR(actual.y, expected.y, 1e-9);
-    EXPECT_NEAR(actual.width, expected.width, 1e-9);
-    EXPECT_NEAR(actual.height, expected.height, 1e-9);
-}
+using testsupport::expectFrame;
 
 View box(double width, double height) { return shape(Shape::rectangle(), Fill::solid(Color::black())).frame(width, height); }
 

@@ -10,6 +10,7 @@
 
 #include <string>
 
+#include "TestSupport/FrameExpectations.h"
 #include "TestSupport/RecordingCanvas.h"
 #include "TestSupport/SnapshotFlag.h"
 
@@ -22,12 +23,7 @@ using testsupport::render;
 using testsupport::resolved;
 using Kind = DrawOperation::Kind;
 
-void expectFrame(const Rect& actual, const Rect& expected) {
-    EXPECT_NEAR(actual.x, expected.x, 1e-9);
-    EXPECT_NEAR(actual.y, expected.y, 1e-9);
-    EXPECT_NEAR(actual.width, expected.width, 1e-9);
-    EXPECT_NEAR(actual.height, expected.height, 1e-9);
-}
+using testsupport::expectFrame;
 
 View box(double width, double height, Color color = Color::black()) {
     return shape(Shape::rectangle(), Fill::solid(color)).frame(width, height);
