@@ -71,12 +71,13 @@ std::vector<orvik::WarningCard> warnings(const AppState& state, const MenuEnviro
 NowPlayingCard nowPlaying(const std::shared_ptr<AppState>& state) {
     const std::optional<Track>& track = state->track();
     const bool isPlaying = track && track->summary.isPlaying;
-    const auto button = [&](std::string symbol, double size, MusicCommand command) {
+    const auto button = [&](std::string symbol, double size, MusicCommand command, orvik::LocalizedText help) {
         return TransportButton{
             .symbol = std::move(symbol),
             .size = size,
             .command = command,
             .action = onState(state, [command](AppState& alive) { alive.perform(command); }),
+            .help = std::move(help),
         };
     };
     NowPlayingCard card{
@@ -86,9 +87,10 @@ NowPlayingCard nowPlaying(const std::shared_ptr<AppState>& state) {
         .subtitle = track ? MenuText(track->summary.artist) : MenuText(appText("Press \u23EF to start")),
         .transport = {},
     };
-    card.transport.push_back(button("backward.fill", 11, MusicCommand::previous));
-    card.transport.push_back(button(isPlaying ? "pause.fill" : "play.fill", 15, MusicCommand::playPause));
-    card.transport.push_back(button("forward.fill", 11, MusicCommand::next));
+    card.transport.push_back(button("backward.fill", 11, MusicCommand::previous, appText("Previous Track")));
+    card.transport.push_back(button(isPlaying ? "pause.fill" : "play.fill", 15, MusicCommand::playPause,
+                                    isPlaying ? appText("Pause") : appText("Play")));
+    card.transport.push_back(button("forward.fill", 11, MusicCommand::next, appText("Next Track")));
     return card;
 }
 

@@ -107,7 +107,7 @@ View body(const TransportButton& button, const orvik::ViewState& state) {
                      .frame(26, 26)
                      .background(orvik::shape(orvik::Shape::circle(),
                                               Fill::solid(Color::primary().withOpacity(state.isHovered(id) ? 0.1 : 0))));
-    return orvik::trackingHover(orvik::button(id, button.action, std::move(label)), id);
+    return orvik::trackingHover(orvik::button(id, button.action, std::move(label)).help(button.help), id);
 }
 
 View MenuView::body() const {

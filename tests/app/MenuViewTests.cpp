@@ -272,6 +272,25 @@ TEST_F(MenuViewTest, TheFooterShowsNoCaptionUntilTheFirstKeyIsSent) {
     EXPECT_TRUE(draw(state).canvas.find(Kind::text, "Keys sent: 1").has_value());
 }
 
+TEST_F(MenuViewTest, TransportButtonsSayInWordsWhatTheyDo) {
+    const auto help = [&](const std::shared_ptr<AppState>& state) {
+        std::vector<orvik::LocalizedText> texts;
+        const auto rendering = draw(state);
+        for (const auto* node : rendering.nodesOf<orvik::TooltipNode>()) {
+            texts.push_back(std::get<orvik::TooltipNode>(node->view->node).text);
+        }
+        return texts;
+    };
+    const auto idle = world.launch();
+    EXPECT_EQ(help(idle), (std::vector<orvik::LocalizedText>{orvik::appText("Turn off"), orvik::appText("Previous Track"),
+                                                             orvik::appText("Play"), orvik::appText("Next Track")}));
+    AppWorld playing;
+    playing.musicPlays("So What", "Miles Davis", true);
+    const auto state = playing.launch();
+    playing.settle();
+    EXPECT_EQ(help(state)[2], orvik::appText("Pause"));
+}
+
 TEST_F(MenuViewTest, TheHeaderStatusColourAndTooltipFollowTheState) {
     const auto state = world.launch();
     auto dot = [&] {
@@ -283,7 +302,7 @@ TEST_F(MenuViewTest, TheHeaderStatusColourAndTooltipFollowTheState) {
     EXPECT_EQ(dot(), resolved(Color::gray()));
     const auto disabled = draw(state);
     const auto tooltips = disabled.nodesOf<orvik::TooltipNode>();
-    ASSERT_EQ(tooltips.size(), 1u);
+    ASSERT_EQ(tooltips.size(), 4u) << "the header switch's, then the three transport buttons'";
     EXPECT_EQ(std::get<orvik::TooltipNode>(tooltips[0]->view->node).text, orvik::appText("Turn on"));
     world.accessibility->trusted = false;
     state->setEnabled(true);

@@ -131,6 +131,7 @@ void collect(ShownTexts& shown, const tolvane::MenuContent& menu) {
     }
     shown.add(menu.nowPlaying.title, "now playing title");
     shown.add(menu.nowPlaying.subtitle, "now playing subtitle");
+    for (const tolvane::TransportButton& button : menu.nowPlaying.transport) shown.add(button.help, "transport help");
     shown.add(menu.settings.title, "settings title");
     for (const tolvane::ClosedBehaviorOption& option : menu.settings.options) shown.add(option.title, "settings option");
     shown.add(orvik::OpenAtLoginRow::title(), "open at login");
@@ -253,7 +254,7 @@ TEST(StringsTables, HoldEveryTextTheMenuShowsInTheTableItNames) {
             << where << ": \"" << text.key << "\" is missing from " << bundlefiles::tableName(table) << ".strings";
     }
     // Every part of the menu was reached.
-    EXPECT_EQ(places.size(), 20u);
+    EXPECT_EQ(places.size(), 21u);
 }
 
 TEST(StringsTables, HoldNothingTheCodeDoesNotShow) {

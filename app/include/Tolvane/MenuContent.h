@@ -32,6 +32,9 @@ struct TransportButton {
     double size;         // the symbol's font size
     MusicCommand command;
     std::function<void()> action;
+    // What the button does, in words: its tooltip, and what VoiceOver reads
+    // for a button that shows only a symbol.
+    orvik::LocalizedText help;
 };
 
 struct NowPlayingCard {
