@@ -132,7 +132,7 @@ struct StackNode {
     // Cross-axis alignment: horizontal for a vertical stack, vertical for a
     // horizontal one.
     Alignment alignment{};
-    std::vector<View> children{};
+    std::vector<View> children;
 };
 
 // Takes the space left over along its stack's axis, at least `minLength`.
@@ -152,12 +152,12 @@ struct FrameNode {
     std::optional<double> minHeight{};
     std::optional<double> maxHeight{};
     Alignment alignment{};
-    std::vector<View> child{};  // exactly one
+    std::vector<View> child;  // exactly one
 };
 
 struct PaddingNode {
     EdgeInsets insets{};
-    std::vector<View> child{};  // exactly one
+    std::vector<View> child;  // exactly one
 };
 
 // `content` decides the size; `layer` is laid out in that size and drawn
@@ -165,7 +165,7 @@ struct PaddingNode {
 struct LayerNode {
     bool behind = true;
     Alignment alignment{};
-    std::vector<View> content{};  // {content, layer}
+    std::vector<View> content;  // {content, layer}
 };
 
 struct TextNode {
@@ -196,22 +196,22 @@ struct ImageNode {
 
 struct ClipNode {
     Shape shape{};
-    std::vector<View> child{};
+    std::vector<View> child;
 };
 
 struct ShadowNode {
     ShadowStyle shadow{};
-    std::vector<View> child{};
+    std::vector<View> child;
 };
 
 struct OpacityNode {
     double opacity = 1;
-    std::vector<View> child{};
+    std::vector<View> child;
 };
 
 struct ForegroundNode {
     Color color{};
-    std::vector<View> child{};
+    std::vector<View> child;
 };
 
 // A button: its label is the child, its whole frame the click target.
@@ -219,19 +219,19 @@ struct ButtonNode {
     std::string id;  // names the button in the view state (press)
     std::function<void()> action;
     std::optional<char> shortcut{};  // pressed with the command key
-    std::vector<View> child{};
+    std::vector<View> child;
 };
 
 struct TooltipNode {
     LocalizedText text{};
-    std::vector<View> child{};
+    std::vector<View> child;
 };
 
 // Tells the host to report the pointer entering and leaving the child as
 // the hover flag `id` of its view state.
 struct HoverNode {
     std::string id{};
-    std::vector<View> child{};
+    std::vector<View> child;
 };
 
 // A native switch the host places (the canvas draws nothing for it).
@@ -254,7 +254,7 @@ struct DividerNode {};
 // Sets the brand for the subtree.
 struct BrandNode {
     AppBrand brand{};
-    std::vector<View> child{};
+    std::vector<View> child;
 };
 
 // A part of the tree that depends on the environment's brand.
