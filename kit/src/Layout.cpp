@@ -1,6 +1,7 @@
 #include "OrvikKit/Layout.h"
 
 #include <algorithm>
+#include <concepts>
 #include <cstddef>
 #include <type_traits>
 
@@ -296,33 +297,16 @@ private:
         setSize(node, Size{width * scale, height * scale});
     }
 
-    void placeNode(const ClipNode& clip, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+    // Clips, shadows, opacity, foreground styles, buttons, tooltips and
+    // hover areas take their child's place and size unchanged.
+    template <class Wrapper>
+        requires std::same_as<Wrapper, ClipNode> || std::same_as<Wrapper, ShadowNode> ||
+                 std::same_as<Wrapper, OpacityNode> || std::same_as<Wrapper, ForegroundNode> ||
+                 std::same_as<Wrapper, ButtonNode> || std::same_as<Wrapper, TooltipNode> ||
+                 std::same_as<Wrapper, HoverNode>
+    void placeNode(const Wrapper& wrapper, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
                    Axis stackAxis) {
-        passThrough(clip.child, node, proposed, brand, stackAxis);
-    }
-    void placeNode(const ShadowNode& shadow, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
-                   Axis stackAxis) {
-        passThrough(shadow.child, node, proposed, brand, stackAxis);
-    }
-    void placeNode(const OpacityNode& opacity, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
-                   Axis stackAxis) {
-        passThrough(opacity.child, node, proposed, brand, stackAxis);
-    }
-    void placeNode(const ForegroundNode& foreground, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
-                   Axis stackAxis) {
-        passThrough(foreground.child, node, proposed, brand, stackAxis);
-    }
-    void placeNode(const ButtonNode& button, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
-                   Axis stackAxis) {
-        passThrough(button.child, node, proposed, brand, stackAxis);
-    }
-    void placeNode(const TooltipNode& tooltip, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
-                   Axis stackAxis) {
-        passThrough(tooltip.child, node, proposed, brand, stackAxis);
-    }
-    void placeNode(const HoverNode& hover, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
-                   Axis stackAxis) {
-        passThrough(hover.child, node, proposed, brand, stackAxis);
+        passThrough(wrapper.child, node, proposed, brand, stackAxis);
     }
     void placeNode(const BrandNode& brandNode, LayoutNode& node, ProposedSize proposed, const AppBrand&,
                    Axis stackAxis) {
