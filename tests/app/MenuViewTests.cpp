@@ -29,7 +29,6 @@ using testsupport::render;
 using testsupport::resolved;
 using testsupport::ScopedSnapshotFlag;
 using Kind = DrawOperation::Kind;
-
 using testsupport::expectFrame;
 
 class MenuViewTest : public testing::Test {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "MenuFooterFixture.h"
 #include "TestSupport/FakeSystemServices.h"
 #include "TestSupport/ManualMainThread.h"
 #include "TestSupport/SnapshotFlag.h"
@@ -50,18 +51,8 @@ TEST(LocalizedTextTest, ATranslationIsFilledInByTheSameRule) {
 
 // --- Footer -------------------------------------------------------------------------
 
-class MenuFooterTest : public testing::Test {
+class MenuFooterTest : public testing_footer::MenuFooterFixture {
 protected:
-    int checks = 0;
-    int quits = 0;
-
-    MenuFooter footer(std::optional<LocalizedText> caption, bool withUpdateAction) {
-        return MenuFooter{.caption = std::move(caption),
-                          .checkForUpdates = withUpdateAction ? std::function<void()>([this] { ++checks; }) : nullptr,
-                          .version = "1.2",
-                          .quit = [this] { ++quits; }};
-    }
-
     static void expectQuitRow(const FooterRow& row) {
         EXPECT_EQ(row.title, kitText("Quit"));
         EXPECT_EQ(row.detail, kitText("\u2318Q"));

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "MenuFooterFixture.h"
 #include "TestSupport/FakeSystemServices.h"
 #include "TestSupport/FrameExpectations.h"
 #include "TestSupport/RecordingCanvas.h"
@@ -24,7 +25,6 @@ using testsupport::render;
 using testsupport::resolved;
 using testsupport::ScopedSnapshotFlag;
 using Kind = DrawOperation::Kind;
-
 using testsupport::expectFrame;
 
 constexpr ProposedSize menuWidth{302, std::nullopt};
@@ -95,18 +95,8 @@ TEST(MenuHeaderViewTest, TheLiveHeaderSwitchIsTheNativeSmallSwitchWritingTheSett
 
 // --- Footer ---------------------------------------------------------------------------
 
-class MenuFooterViewTest : public testing::Test {
+class MenuFooterViewTest : public testing_footer::MenuFooterFixture {
 protected:
-    int checks = 0;
-    int quits = 0;
-
-    MenuFooter footer(std::optional<LocalizedText> caption, bool withUpdateAction) {
-        return MenuFooter{.caption = std::move(caption),
-                          .checkForUpdates = withUpdateAction ? std::function<void()>([this] { ++checks; }) : nullptr,
-                          .version = "1.2",
-                          .quit = [this] { ++quits; }};
-    }
-
     static std::vector<std::string> texts(const testsupport::Rendering& rendering) {
         std::vector<std::string> shown;
         for (const auto& operation : rendering.canvas.ofKind(Kind::text)) shown.push_back(operation.text);

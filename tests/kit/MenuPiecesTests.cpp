@@ -20,7 +20,6 @@ using testsupport::render;
 using testsupport::resolved;
 using testsupport::ScopedSnapshotFlag;
 using Kind = DrawOperation::Kind;
-
 using testsupport::expectFrame;
 
 View box(double width, double height) { return shape(Shape::rectangle(), Fill::solid(Color::black())).frame(width, height); }

@@ -22,7 +22,6 @@ using testsupport::FakeViewImage;
 using testsupport::render;
 using testsupport::resolved;
 using Kind = DrawOperation::Kind;
-
 using testsupport::expectFrame;
 
 View box(double width, double height, Color color = Color::black()) {
