@@ -66,6 +66,7 @@ TEST(CairoCanvasTest, PangoMeasuresOneLineTextsWithinTheWidthAndWrapsTheOthers) 
 
 // --- Colours on the 8-bit grid ------------------------------------------------------
 
+using testing::blendedByte;
 using testing::nearestByte;
 using testing::opaqueGrey;
 using testing::Pixel;
@@ -227,15 +228,6 @@ TEST(CairoCanvasColorTest, EveryByteOfAShadowColorIsDrawnExactlyWhereTheShadowIs
         // Ten pixels inside the shadow's edges, beyond the reach of its blur.
         EXPECT_EQ(pixels->at(50, 10), expected.pixel()) << "red level " << color.red;
     });
-}
-
-// A translucent colour over an opaque byte D: its alpha A = round(255 a) and
-// premultiplied component P = round(255 c a), blended as 8-bit premultiplied
-// bytes: P + round(D (255 - A) / 255).
-int blendedByte(double level, double alpha, int under) {
-    const int coverage = nearestByte(alpha);
-    const int premultiplied = nearestByte(level * alpha);
-    return premultiplied + (under * (255 - coverage) + 127) / 255;
 }
 
 TEST(CairoCanvasColorTest, ATranslucentColorBlendsAsItsRoundedPremultipliedBytesWithinOneStepOfTheExactBlend) {

@@ -36,6 +36,17 @@ constexpr Pixel opaqueGrey(int level) { return Pixel{level, level, level, 255}; 
 // The byte nearest to a level in [0, 1]: round(level x 255).
 inline int nearestByte(double level) { return static_cast<int>(std::lround(level * 255)); }
 
+// A grey of `level` at `alpha` drawn over an opaque byte D: its alpha
+// A = round(255 alpha) and premultiplied level P = round(255 level alpha),
+// blended as 8-bit premultiplied bytes, P + round(D (255 - A) / 255).
+// (D (255 - A) is a whole number and 255 is odd, so adding 127 before the
+// division rounds it.)
+inline int blendedByte(double level, double alpha, int under) {
+    const int coverage = nearestByte(alpha);
+    const int premultiplied = nearestByte(level * alpha);
+    return premultiplied + (under * (255 - coverage) + 127) / 255;
+}
+
 class PngPixels {
 public:
     // Nothing when the data or the file is not a PNG Cairo can read.
