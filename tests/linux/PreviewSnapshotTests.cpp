@@ -7,7 +7,6 @@
 
 #include <stdlib.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>

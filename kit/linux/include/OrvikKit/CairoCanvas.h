@@ -36,12 +36,12 @@ std::optional<char32_t> symbolCodePoint(std::string_view name);
 
 // Colours on the 8-bit grid of an ARGB32 bitmap.
 //
-// Cairo keeps a source colour as doubles and hands its rasteriser 16-bit
-// premultiplied components (each scaled by 65535 and rounded); a solid
-// colour then reaches an ARGB32 bitmap as the high byte of each, which
-// divides by 256 where a byte is 1/255: white 0.93 becomes 60948 = 0xEE14
-// and is drawn as 238, though the nearest byte, round(0.93 x 255), is 237;
-// 0.16 becomes 10486 = 0x28F6 and is drawn as 40, not 41. A level of exactly
+// Cairo keeps a source colour as doubles and hands its rasteriser
+// premultiplied components scaled to 16 bits; a solid colour then reaches an
+// ARGB32 bitmap as the high byte of each, which divides by 256 where a byte
+// is 1/255: white 0.93 becomes 60948 = 0xEE14 and is drawn as 238, though
+// the nearest byte, round(0.93 x 255), is 237; 0.16 becomes 10486 = 0x28F6
+// and is drawn as 40, not 41. A level of exactly
 // b/255 becomes b x 257 = 0xbbbb, whose high byte is b, so a colour moved
 // onto that grid first comes out as b on every path: solid fills, strokes,
 // glyphs, masks and gradient stops (whose interpolation divides the 16-bit
@@ -53,7 +53,8 @@ std::optional<char32_t> symbolCodePoint(std::string_view name);
 // (P / A, A / 255) as Cairo takes it. An opaque colour is drawn as
 // round(255 c). A translucent one drawn over a bitmap byte D gives
 // P + round(D (255 - A) / 255), the rounded 8-bit blend of premultiplied
-// bytes, which is within one step of the exact blend 255 (c a + (D / 255) (1 - a)).
+// bytes, which is within one step of the exact blend
+// 255 (c a + (D / 255) (1 - a)).
 // A colour whose alpha rounds to 0 is transparent black. Components outside
 // [0, 1] (or not numbers) are taken as the nearest end (or 0).
 Rgba nearestByteColor(Rgba color);
