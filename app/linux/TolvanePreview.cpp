@@ -53,9 +53,12 @@ std::optional<ArtworkImage> sampleArtwork(const SampleArtwork& sample) {
     const double half = (std::abs(dx) + std::abs(dy)) * side / 2;
     cairo_pattern_t* gradient = cairo_pattern_create_linear(side / 2 - dx * half, side / 2 - dy * half,
                                                             side / 2 + dx * half, side / 2 + dy * half);
-    cairo_pattern_add_color_stop_rgba(gradient, 0, sample.from.red, sample.from.green, sample.from.blue,
-                                      sample.from.alpha);
-    cairo_pattern_add_color_stop_rgba(gradient, 1, sample.to.red, sample.to.green, sample.to.blue, sample.to.alpha);
+    // Its ends on the 8-bit grid, like every colour the canvas draws.
+    const auto stop = [gradient](double offset, const tolvane::MenuSnapshot::RGBA& color) {
+        orvik::cairo::addColorStop(gradient, offset, orvik::Rgba{color.red, color.green, color.blue, color.alpha});
+    };
+    stop(0, sample.from);
+    stop(1, sample.to);
     cairo_set_source(cr, gradient);
     cairo_paint(cr);
     cairo_pattern_destroy(gradient);
