@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "BundleFiles.h"
 
@@ -78,15 +79,23 @@ TEST(Entitlements, AllowAskingToSendAppleEventsAndNothingElse) {
     EXPECT_EQ(entitlements.values.size(), 1u) << "the app needs no other exception from the hardened runtime";
 }
 
-TEST(FlatPlist, ReadsStringsAndBooleansAndRejectsTheRest) {
+TEST(FlatPlist, ReadsStringsBooleansAndStringArraysAndRejectsTheRest) {
     const PlistParse plist = bundlefiles::parseFlatPlist(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist>\n<plist version=\"1.0\">\n<dict>\n"
-        "\t<key>A</key>\n\t<string>Tom &amp; Jerry</string>\n\t<key>B</key>\n\t<false/>\n</dict>\n</plist>\n");
+        "\t<key>A</key>\n\t<string>Tom &amp; Jerry</string>\n\t<key>B</key>\n\t<false/>\n"
+        "\t<key>C</key>\n\t<array>\n\t\t<string>en</string>\n\t\t<string>zh-Hans</string>\n\t</array>\n"
+        "\t<key>D</key>\n\t<array/>\n</dict>\n</plist>\n");
     ASSERT_FALSE(plist.error.has_value()) << *plist.error;
     EXPECT_EQ(plist.values.at("A").string, "Tom & Jerry");
     EXPECT_EQ(plist.values.at("B").kind, PlistValue::Kind::boolean);
     EXPECT_FALSE(plist.values.at("B").boolean);
+    EXPECT_EQ(plist.values.at("C").kind, PlistValue::Kind::stringArray);
+    EXPECT_EQ(plist.values.at("C").strings, (std::vector<std::string>{"en", "zh-Hans"}));
+    EXPECT_EQ(plist.values.at("D").kind, PlistValue::Kind::stringArray);
+    EXPECT_TRUE(plist.values.at("D").strings.empty());
     EXPECT_TRUE(bundlefiles::parseFlatPlist("<plist><dict><key>A</key><integer>1</integer></dict></plist>").error);
+    EXPECT_TRUE(bundlefiles::parseFlatPlist("<plist><dict><key>A</key><array><true/></array></dict></plist>").error);
+    EXPECT_TRUE(bundlefiles::parseFlatPlist("<plist><dict><key>A</key><array><string>en</string></dict></plist>").error);
     EXPECT_TRUE(bundlefiles::parseFlatPlist("<plist><dict><key>A</key><true/>").error);
     EXPECT_TRUE(
         bundlefiles::parseFlatPlist("<plist><dict><key>A</key><true/><key>A</key><true/></dict></plist>").error);
