@@ -8,6 +8,15 @@ source "$(dirname "$0")/testing.sh"
 version="$("$scripts/project-version")"
 export FAKE_BUNDLE_VERSION="$version"
 
+# Checks a checksum file with the system's own tool.
+checkSums() {
+    if command -v sha256sum > /dev/null; then
+        sha256sum -c "$1" > /dev/null
+    else
+        /usr/bin/shasum -a 256 -c "$1" > /dev/null
+    fi
+}
+
 makeApp() {
     mkdir -p "$scratch/build/Tolvane.app/Contents/MacOS"
     printf '<plist/>\n' > "$scratch/build/Tolvane.app/Contents/Info.plist"
@@ -43,7 +52,7 @@ ditto [-c] [-k] [--keepParent] [SCRATCH/build/Tolvane.app] [SCRATCH/out/Tolvane-
 ./Tolvane.app/Contents/MacOS/Tolvane
 Applications -> /Applications" "the disk image's folder"
     expectEqual "$(cat "$scratch/out/Tolvane-$version.zip")" "zip of Tolvane.app" "the zip"
-    if ! (cd "$scratch/out" && sha256sum -c "Tolvane-$version.sha256" > /dev/null); then
+    if ! (cd "$scratch/out" && checkSums "Tolvane-$version.sha256"); then
         fail "Tolvane-$version.sha256 does not check out: $(cat "$scratch/out/Tolvane-$version.sha256")"
     fi
     expectEqual "$(sed 's/^[0-9a-f]\{64\}  /HASH  /' "$scratch/out/Tolvane-$version.sha256")" "HASH  Tolvane-$version.dmg
