@@ -79,8 +79,9 @@ std::optional<ArtworkImage> sampleArtwork(const SampleArtwork& sample) {
 // macOS 15 and macOS 26 texts.
 void renderMissingIconWindows(const std::string& directory) {
     orvik::cairo::CairoSnapshotPlatform rendering;
-    for (const auto& [variant, version] : {std::pair{"missing-icon-15", orvik::SystemVersion{15, 7, 0}},
+    for (const auto& [variant, release] : {std::pair{"missing-icon-15", orvik::SystemVersion{15, 7, 0}},
                                            std::pair{"missing-icon-26", orvik::SystemVersion{26, 1, 0}}}) {
+        const orvik::SystemVersion version = release;
         orvik::Snapshot::renderMenu(
             directory, variant,
             [version] {
