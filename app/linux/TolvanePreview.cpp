@@ -6,6 +6,12 @@
 // rendering as the Mac app, painted by the Cairo and Pango canvas, and writes
 // menu-en-light.png and menu-en-dark.png into DIRECTORY.
 //
+//     TolvanePreview --missing-icon DIRECTORY
+//
+// renders, the same way, the window shown when Tolvane is opened again while
+// its menu bar icon is hidden, as macOS 15 and macOS 26 get it:
+// menu-en-missing-icon-15-light.png, …-26-dark.png.
+//
 // Snapshot mode does no system work, so the services handed to the preview
 // state stop the program if anything ever calls them
 // (MenuSnapshot::refusingServices).
@@ -17,11 +23,15 @@
 #include <numbers>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "OrvikKit/CairoCanvas.h"
+#include "OrvikKit/MissingIcon.h"
+#include "OrvikKitCore/CommandLineOption.h"
 #include "Tolvane/Entry.h"
 #include "Tolvane/MenuSnapshot.h"
+#include "Tolvane/MenuView.h"
 #include "Tolvane/SnapshotServices.h"
 
 namespace {
@@ -68,10 +78,34 @@ std::optional<ArtworkImage> sampleArtwork(const SampleArtwork& sample) {
     return tolvane::MenuSnapshot::artworkImage(std::move(content));
 }
 
+// The help window for a hidden status item, in the app's brand, for the
+// macOS 15 and macOS 26 texts.
+void renderMissingIconWindows(const std::string& directory) {
+    orvik::cairo::CairoSnapshotPlatform rendering;
+    for (const auto& [variant, release] : {std::pair{"missing-icon-15", orvik::SystemVersion{15, 7, 0}},
+                                           std::pair{"missing-icon-26", orvik::SystemVersion{26, 1, 0}}}) {
+        const orvik::SystemVersion version = release;
+        orvik::Snapshot::renderMenu(
+            directory, variant,
+            [version] {
+                return orvik::MissingIconView{.help = orvik::missingIconHelp("Tolvane", version),
+                                              .state = {},
+                                              .perform = nullptr}
+                    .body()
+                    .appBrand(tolvane::musicBrand());
+            },
+            rendering);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv, argv + argc);
+    if (const auto directory = orvik::CommandLineOption::value("--missing-icon", arguments)) {
+        renderMissingIconWindows(*directory);
+        return 0;
+    }
     const std::optional<int> status = tolvane::runSnapshotIfAsked(arguments, [](const std::string& directory) {
         orvik::cairo::CairoSnapshotPlatform rendering;
         tolvane::MenuSnapshot::Platform platform{
@@ -84,7 +118,7 @@ int main(int argc, char** argv) {
         tolvane::MenuSnapshot::render(directory, platform);
     });
     if (!status) {
-        std::fputs("usage: TolvanePreview --snapshot DIRECTORY\n", stderr);
+        std::fputs("usage: TolvanePreview --snapshot DIRECTORY | --missing-icon DIRECTORY\n", stderr);
         return 2;
     }
     return *status;

@@ -20,6 +20,7 @@
 #import <AppKit/NSBezierPath.h>
 #import <AppKit/NSImage.h>
 #import <AppKit/NSView.h>
+#import <AppKit/NSScreen.h>
 #import <AppKit/NSWindow.h>
 #import <AppKit/NSViewController.h>
 #import <AppKit/NSControl.h>

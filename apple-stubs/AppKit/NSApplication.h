@@ -3,13 +3,14 @@
 
 #import <AppKit/NSResponder.h>
 
-@class NSNotification;
+@class NSApplication, NSNotification;
 
 NS_ASSUME_NONNULL_BEGIN
 
 @protocol NSApplicationDelegate <NSObject>
 @optional
 - (void)applicationDidFinishLaunching:(NSNotification *)notification;
+- (BOOL)applicationShouldHandleReopen:(NSApplication *)sender hasVisibleWindows:(BOOL)flag;
 @end
 
 @interface NSApplication : NSResponder

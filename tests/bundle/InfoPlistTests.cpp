@@ -1,7 +1,8 @@
 // The bundle's Info.plist (as CMake configures it for Tolvane.app) and its
 // entitlements hold what the app needs: an agent app without a Dock icon,
-// for macOS 13 and later, that may ask to send Apple Events to Music under
-// the hardened runtime. On a Mac, scripts/check-app-bundle checks the same
+// for macOS 13 and later, that the system never quits behind the user's
+// back, and that may ask to send Apple Events to Music under the hardened
+// runtime. On a Mac, scripts/check-app-bundle checks the same
 // keys in the built bundle with plutil.
 #include <gtest/gtest.h>
 
@@ -41,6 +42,15 @@ PlistParse read(const char* path) {
     return ::testing::AssertionSuccess();
 }
 
+::testing::AssertionResult isFalse(const PlistParse& plist, const std::string& key) {
+    const auto found = plist.values.find(key);
+    if (found == plist.values.end()) return ::testing::AssertionFailure() << key << " is missing";
+    if (found->second.kind != PlistValue::Kind::boolean || found->second.boolean) {
+        return ::testing::AssertionFailure() << key << " is not <false/>";
+    }
+    return ::testing::AssertionSuccess();
+}
+
 TEST(InfoPlist, NamesTheAppItsIdentifierVersionAndExecutable) {
     const PlistParse plist = read(TOLVANE_INFO_PLIST);
     ASSERT_FALSE(plist.error.has_value()) << *plist.error;
@@ -58,6 +68,15 @@ TEST(InfoPlist, IsAnAgentAppForMacOS13AndLater) {
     ASSERT_FALSE(plist.error.has_value()) << *plist.error;
     EXPECT_TRUE(isTrue(plist, "LSUIElement")) << "a menu-bar utility shows no Dock icon";
     EXPECT_TRUE(hasString(plist, "LSMinimumSystemVersion", "13.0"));
+}
+
+TEST(InfoPlist, OptsOutOfAutomaticAndSuddenTermination) {
+    const PlistParse plist = read(TOLVANE_INFO_PLIST);
+    ASSERT_FALSE(plist.error.has_value()) << *plist.error;
+    EXPECT_TRUE(isFalse(plist, "NSSupportsAutomaticTermination"))
+        << "a windowless agent looks idle; quitting it would silently stop the media keys";
+    EXPECT_TRUE(isFalse(plist, "NSSupportsSuddenTermination"))
+        << "at logout the app quits through the normal quit event, not by being killed";
 }
 
 TEST(InfoPlist, SaysWhyTheAppSendsAppleEventsToMusic) {
