@@ -51,7 +51,7 @@ int alphaAt(const std::vector<std::uint8_t>& png, int x, int y) {
 
 TEST(CairoCanvasTest, AnUnknownSymbolDrawsACrossedBox) {
     CairoCanvas canvas(40, 40, 2);
-    canvas.drawSymbol("no.such.symbol", Font{20}, Rect{0, 0, 20, 20}, Paint::solid(Rgba{0, 0, 0, 1}));
+    canvas.drawSymbol("no.such.symbol", Font{20}, Rect{0, 0, 20, 20}, Paint::solid(Rgba{0, 0, 0, 1}), false);
     const auto png = canvas.pngData();
     ASSERT_TRUE(png.has_value());
     EXPECT_GT(alphaAt(*png, 20, 20), 0) << "the cross passes through the middle";
