@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "OrvikKit/Canvas.h"
@@ -96,17 +97,22 @@ private:
 };
 
 // The snapshot platform of the Linux previews: Pango metrics, untranslated
-// texts (the previews are in English), Cairo bitmaps.
+// texts, Cairo bitmaps. The language the pictures are named after and laid
+// out for is the first of `preferredLocalizations` (English when empty).
 class CairoSnapshotPlatform final : public SnapshotPlatform {
 public:
+    explicit CairoSnapshotPlatform(std::vector<std::string> preferredLocalizations = {})
+        : preferredLocalizations_(std::move(preferredLocalizations)) {}
+
     TextMeasurer& textMeasurer() override { return measurer_; }
     std::string localized(const LocalizedText& text, std::string_view language) override;
-    std::vector<std::string> preferredLocalizations() override { return {}; }
+    std::vector<std::string> preferredLocalizations() override { return preferredLocalizations_; }
     std::unique_ptr<BitmapCanvas> makeBitmap(int pixelWidth, int pixelHeight, double scale,
                                              Appearance appearance) override;
 
 private:
     PangoTextMeasurer measurer_;
+    std::vector<std::string> preferredLocalizations_;
 };
 
 }  // namespace orvik::cairo
