@@ -33,8 +33,10 @@ typedef CF_ENUM(uint32_t, CTParagraphStyleSpecifier){
     kCTParagraphStyleSpecifierCount
 };
 
+// The three fields in the SDK's order and types; the first one's name is
+// written out here (the adapter initialises the setting by position).
 typedef struct CTParagraphStyleSetting {
-    CTParagraphStyleSpecifier spec;
+    CTParagraphStyleSpecifier specifier;
     size_t valueSize;
     const void *value;
 } CTParagraphStyleSetting;

@@ -72,11 +72,9 @@ NSAttributedString* attributedText(NSString* text, const Font& font,
     }
     const CTWritingDirection writingDirection =
         *direction == LayoutDirection::rightToLeft ? kCTWritingDirectionRightToLeft : kCTWritingDirectionLeftToRight;
-    const CTParagraphStyleSetting setting{
-        .spec = kCTParagraphStyleSpecifierBaseWritingDirection,
-        .valueSize = sizeof writingDirection,
-        .value = &writingDirection,
-    };
+    // Specifier, value size, value: initialised in the order of its fields.
+    const CTParagraphStyleSetting setting{kCTParagraphStyleSpecifierBaseWritingDirection, sizeof writingDirection,
+                                          &writingDirection};
     const auto paragraphStyle = CFRef<CTParagraphStyleRef>::adopt(CTParagraphStyleCreate(&setting, 1));
     NSDictionary* attributes = @{
         (__bridge NSString*)kCTFontAttributeName : systemFont(font),
