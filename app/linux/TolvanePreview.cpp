@@ -1,10 +1,12 @@
 // TolvanePreview: the app's snapshot mode on Linux. Run as
 //
-//     TolvanePreview --snapshot DIRECTORY
+//     TolvanePreview --snapshot DIRECTORY [--language CODE]
 //
 // it goes through the same entry check, sample state, menu view and snapshot
 // rendering as the Mac app, painted by the Cairo and Pango canvas, and writes
-// menu-en-light.png and menu-en-dark.png into DIRECTORY.
+// menu-en-light.png and menu-en-dark.png into DIRECTORY. With a language
+// ("he", "de", …) the pictures are named after it and laid out in its
+// direction, as a Mac running in that language lays the menu out.
 //
 //     TolvanePreview --missing-icon DIRECTORY
 //
@@ -106,8 +108,12 @@ int main(int argc, char** argv) {
         renderMissingIconWindows(*directory);
         return 0;
     }
-    const std::optional<int> status = tolvane::runSnapshotIfAsked(arguments, [](const std::string& directory) {
-        orvik::cairo::CairoSnapshotPlatform rendering;
+    std::vector<std::string> languages;
+    if (const std::optional<std::string> language = orvik::CommandLineOption::value("--language", arguments)) {
+        languages.push_back(*language);
+    }
+    const std::optional<int> status = tolvane::runSnapshotIfAsked(arguments, [&languages](const std::string& directory) {
+        orvik::cairo::CairoSnapshotPlatform rendering(languages);
         tolvane::MenuSnapshot::Platform platform{
             .rendering = rendering,
             .services = tolvane::MenuSnapshot::refusingServices(TOLVANE_PREVIEW_VERSION),
@@ -118,7 +124,7 @@ int main(int argc, char** argv) {
         tolvane::MenuSnapshot::render(directory, platform);
     });
     if (!status) {
-        std::fputs("usage: TolvanePreview --snapshot DIRECTORY | --missing-icon DIRECTORY\n", stderr);
+        std::fputs("usage: TolvanePreview --snapshot DIRECTORY [--language CODE] | --missing-icon DIRECTORY\n", stderr);
         return 2;
     }
     return *status;

@@ -33,6 +33,7 @@
 #import <AppKit/NSStatusItem.h>
 #import <AppKit/NSPopover.h>
 #import <AppKit/NSEvent.h>
+#import <AppKit/NSUserInterfaceLayout.h>
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSRunningApplication.h>
 #import <AppKit/NSWorkspace.h>

@@ -2,6 +2,7 @@
 #pragma once
 
 #import <AppKit/NSResponder.h>
+#import <AppKit/NSUserInterfaceLayout.h>
 
 @class NSApplication, NSNotification;
 
@@ -19,6 +20,10 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)run;
 - (void)terminate:(nullable id)sender;
 - (void)activateIgnoringOtherApps:(BOOL)flag;
+@end
+
+@interface NSApplication (NSApplicationLayoutDirection)
+@property (readonly) NSUserInterfaceLayoutDirection userInterfaceLayoutDirection API_AVAILABLE(macos(10.6));  // Returns the application-wide user interface layout direction.
 @end
 
 NS_ASSUME_NONNULL_END

@@ -1,6 +1,8 @@
 // The Linux preview canvas: every symbol the menu draws has a stand-in
-// glyph, an unknown symbol draws a visible placeholder, the bitmap comes out
-// as a PNG of the asked size, and every colour lands on the nearest byte.
+// glyph, an unknown symbol draws a visible placeholder, the bitmap comes
+// out as a PNG of the asked size, every colour lands on the nearest byte,
+// right-to-left texts end at their frame's right edge and a mirrored symbol
+// is the reflection of the plain one.
 #include "OrvikKit/CairoCanvas.h"
 
 #include <gtest/gtest.h>
@@ -10,9 +12,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "PngPixels.h"
 
@@ -37,11 +43,74 @@ int alphaAt(const std::vector<std::uint8_t>& png, int x, int y) {
 
 TEST(CairoCanvasTest, AnUnknownSymbolDrawsACrossedBox) {
     CairoCanvas canvas(40, 40, 2);
-    canvas.drawSymbol("no.such.symbol", Font{20}, Rect{0, 0, 20, 20}, Paint::solid(Rgba{0, 0, 0, 1}));
+    canvas.drawSymbol("no.such.symbol", Font{20}, Rect{0, 0, 20, 20}, Paint::solid(Rgba{0, 0, 0, 1}), false);
     const auto png = canvas.pngData();
     ASSERT_TRUE(png.has_value());
     EXPECT_GT(alphaAt(*png, 20, 20), 0) << "the cross passes through the middle";
     EXPECT_GT(alphaAt(*png, 1, 20), 0) << "the box's left edge";
+}
+
+// Every pixel's alpha of a PNG written by the canvas, row by row.
+std::vector<std::vector<int>> alphas(const std::vector<std::uint8_t>& png, int width, int height) {
+    std::vector<std::vector<int>> rows(static_cast<std::size_t>(height), std::vector<int>(static_cast<std::size_t>(width)));
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) rows[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)] = alphaAt(png, x, y);
+    }
+    return rows;
+}
+
+// The leftmost and rightmost columns holding any ink, or {-1, -1}.
+std::pair<int, int> inkColumns(const std::vector<std::vector<int>>& rows) {
+    int first = -1;
+    int last = -1;
+    for (const auto& row : rows) {
+        for (std::size_t x = 0; x < row.size(); ++x) {
+            if (row[x] == 0) continue;
+            if (first < 0 || static_cast<int>(x) < first) first = static_cast<int>(x);
+            last = std::max(last, static_cast<int>(x));
+        }
+    }
+    return {first, last};
+}
+
+TEST(CairoCanvasTest, ATextRunningFromTheRightEndsAtItsFramesRightEdgeAndOneFromTheLeftStartsAtItsLeft) {
+    const auto columns = [](LayoutDirection direction) {
+        CairoCanvas canvas(120, 16, 1);
+        canvas.drawText(TextRun{"abc", Font{12}, 1, direction}, Rect{0, 0, 120, 16}, Rgba{0, 0, 0, 1});
+        const auto png = canvas.pngData();
+        return png ? inkColumns(alphas(*png, 120, 16)) : std::pair<int, int>{-1, -1};
+    };
+    const auto [rightToLeftFirst, rightToLeftLast] = columns(LayoutDirection::rightToLeft);
+    EXPECT_GT(rightToLeftFirst, 80);
+    EXPECT_GE(rightToLeftLast, 115);
+    const auto [leftToRightFirst, leftToRightLast] = columns(LayoutDirection::leftToRight);
+    EXPECT_LE(leftToRightFirst, 4);
+    EXPECT_LT(leftToRightLast, 40);
+}
+
+TEST(CairoCanvasTest, AMirroredSymbolIsThePlainOneReflectedAboutItsFramesCentre) {
+    const auto drawn = [](bool mirrored) {
+        CairoCanvas canvas(40, 40, 1);
+        canvas.drawSymbol("play.fill", Font{20}, Rect{10, 10, 20, 20}, Paint::solid(Rgba{0, 0, 0, 1}), mirrored);
+        const auto png = canvas.pngData();
+        return png ? alphas(*png, 40, 40) : std::vector<std::vector<int>>{};
+    };
+    const auto plain = drawn(false);
+    const auto mirrored = drawn(true);
+    ASSERT_EQ(plain.size(), 40u);
+    ASSERT_EQ(mirrored.size(), 40u);
+    int largestDifference = 0;
+    int largestAsymmetry = 0;
+    for (std::size_t y = 0; y < 40; ++y) {
+        for (std::size_t x = 0; x < 40; ++x) {
+            largestDifference = std::max(largestDifference, std::abs(mirrored[y][x] - plain[y][39 - x]));
+            largestAsymmetry = std::max(largestAsymmetry, std::abs(plain[y][x] - plain[y][39 - x]));
+        }
+    }
+    // The glyph's outline is taken from the font under the flipped matrix, so
+    // edge pixels may be covered a little differently; the shape is the same.
+    EXPECT_LE(largestDifference, 32);
+    EXPECT_GT(largestAsymmetry, 200) << "the triangle points one way";
 }
 
 TEST(CairoCanvasTest, TheBitmapIsAPngOfTheAskedPixelSizeWithTheShapesDrawnAtScale2) {

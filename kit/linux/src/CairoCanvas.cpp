@@ -126,6 +126,17 @@ LayoutPointer textLayout(cairo_t* cr, std::string_view text, const Font& font, s
     return layout;
 }
 
+// The paragraph's base direction, given rather than guessed from the text,
+// so that mixed runs are reordered around it and lines align to its leading
+// edge; a cut line loses its end in reading order.
+void setBaseDirection(PangoLayout* layout, LayoutDirection direction) {
+    const bool rightToLeft = direction == LayoutDirection::rightToLeft;
+    pango_layout_set_auto_dir(layout, FALSE);
+    pango_context_set_base_dir(pango_layout_get_context(layout), rightToLeft ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR);
+    pango_layout_context_changed(layout);
+    pango_layout_set_alignment(layout, rightToLeft ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT);
+}
+
 Size logicalSize(PangoLayout* layout) {
     PangoRectangle logical;
     pango_layout_get_extents(layout, nullptr, &logical);
@@ -360,16 +371,23 @@ void CairoCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
     // Lay out at the frame's width only where the text needs it, with a
     // little slack so that rounding never breaks a line the measurer kept.
     const LayoutPointer natural = textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit);
-    const bool fits = logicalSize(natural.get()).width <= frame.width + 0.01;
-    const LayoutPointer layout =
-        fits ? textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit)
-             : textLayout(cr, run.text, run.font, frame.width + (run.lineLimit == 1 ? 0.0 : 0.5), run.lineLimit);
-    cairo_move_to(cr, frame.x, frame.y);
+    setBaseDirection(natural.get(), run.direction);
+    const double naturalWidth = logicalSize(natural.get()).width;
+    const bool fits = naturalWidth <= frame.width + 0.01;
+    const double laidOutWidth = fits ? naturalWidth : frame.width + (run.lineLimit == 1 ? 0.0 : 0.5);
+    const LayoutPointer layout = fits ? textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit)
+                                      : textLayout(cr, run.text, run.font, laidOutWidth, run.lineLimit);
+    setBaseDirection(layout.get(), run.direction);
+    // Right to left, the lines end at the frame's right edge.
+    const double x =
+        run.direction == LayoutDirection::rightToLeft ? frame.x + frame.width - laidOutWidth : frame.x;
+    cairo_move_to(cr, x, frame.y);
     setSourceColor(cr, color);
     pango_cairo_show_layout(cr, layout.get());
 }
 
-void CairoCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) {
+void CairoCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint,
+                             bool mirrored) {
     cairo_t* cr = state_->cr();
     const std::optional<char32_t> codePoint = symbolCodePoint(name);
     if (!codePoint) {
@@ -387,8 +405,18 @@ void CairoCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame
     const double x = frame.x + frame.width / 2 - (fromPangoUnits(ink.x) + fromPangoUnits(ink.width) / 2);
     const double y = frame.y + frame.height / 2 - (fromPangoUnits(ink.y) + fromPangoUnits(ink.height) / 2);
     cairo_new_path(cr);
+    cairo_save(cr);
+    if (mirrored) {
+        // Flipped about the frame's centre; the path keeps the flip once the
+        // matrix is restored, the paint does not take it.
+        const double centre = frame.x + frame.width / 2;
+        cairo_translate(cr, centre, 0);
+        cairo_scale(cr, -1, 1);
+        cairo_translate(cr, -centre, 0);
+    }
     cairo_move_to(cr, x, y);
     pango_cairo_layout_path(cr, layout.get());
+    cairo_restore(cr);
     setSource(cr, paint);
     cairo_fill(cr);
 }

@@ -17,6 +17,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "OrvikKit/Canvas.h"
@@ -116,7 +117,8 @@ public:
     void fill(const PlacedShape& shape, const Paint& paint) override;
     void strokeInside(const PlacedShape& shape, double width, Rgba color) override;
     void drawText(const TextRun& run, Rect frame, Rgba color) override;
-    void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) override;
+    void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint,
+                    bool mirrored) override;
     void drawImage(const ViewImage& image, Rect frame) override;
     void beginClip(const PlacedShape& shape) override;
     void endClip() override;
@@ -132,17 +134,22 @@ private:
 };
 
 // The snapshot platform of the Linux previews: Pango metrics, untranslated
-// texts (the previews are in English), Cairo bitmaps.
+// texts, Cairo bitmaps. The language the pictures are named after and laid
+// out for is the first of `preferredLocalizations` (English when empty).
 class CairoSnapshotPlatform final : public SnapshotPlatform {
 public:
+    explicit CairoSnapshotPlatform(std::vector<std::string> preferredLocalizations = {})
+        : preferredLocalizations_(std::move(preferredLocalizations)) {}
+
     TextMeasurer& textMeasurer() override { return measurer_; }
     std::string localized(const LocalizedText& text, std::string_view language) override;
-    std::vector<std::string> preferredLocalizations() override { return {}; }
+    std::vector<std::string> preferredLocalizations() override { return preferredLocalizations_; }
     std::unique_ptr<BitmapCanvas> makeBitmap(int pixelWidth, int pixelHeight, double scale,
                                              Appearance appearance) override;
 
 private:
     PangoTextMeasurer measurer_;
+    std::vector<std::string> preferredLocalizations_;
 };
 
 }  // namespace orvik::cairo
