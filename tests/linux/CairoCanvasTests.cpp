@@ -275,7 +275,7 @@ TEST(CairoCanvasColorTest, EveryByteOfATextOrSymbolIsDrawnExactlyWhereItCoversWh
     forEveryByte([](ByteColor expected, Rgba color) {
         CairoCanvas canvas(80, 48, 1);
         canvas.drawText(TextRun{"I", Font{40, FontWeight::bold}, 1}, Rect{0, 0, 30, 48}, color);
-        canvas.drawSymbol("pause.fill", Font{30}, Rect{40, 4, 36, 36}, Paint::solid(color));
+        canvas.drawSymbol("pause.fill", Font{30}, Rect{40, 4, 36, 36}, Paint::solid(color), false);
         const auto pixels = pixelsOf(canvas);
         ASSERT_TRUE(pixels.has_value());
         const std::set<std::array<int, 3>> only{{expected.red, expected.green, expected.blue}};
