@@ -7,9 +7,19 @@
 #
 #   cmake -DCLANGXX=<clang++> -DSOURCE_DIR=<repo> -DINCLUDE_DIRS=<a|b|...> -P ObjCTypeCheck.cmake
 #
-# Exits with status 77 (CTest's skip) when no clang++ was found.
+# Exits with status 77 (CTest's skip) when no clang++ was found. Refuses to
+# run on a Mac, where the stubs would meet the real SDK (AppleStubChecks.cmake
+# says why; the build registers no stub check there).
 
 cmake_policy(VERSION 3.25)
+include("${CMAKE_CURRENT_LIST_DIR}/AppleStubChecks.cmake")
+
+tolvane_stub_host_kind(hostKind)
+tolvane_apple_stub_checks("${hostKind}" checks)
+if(NOT "MacAdaptersTypeCheck" IN_LIST checks)
+    message(FATAL_ERROR "The type-check against apple-stubs/ does not run on an Apple host: "
+        "the real compile of the .mm files checks them against the SDK there.")
+endif()
 
 if(NOT CLANGXX OR NOT EXISTS "${CLANGXX}")
     message("SKIPPED: clang++ was not found, so the Objective-C++ files cannot be type-checked here.")
@@ -26,19 +36,8 @@ if(fileCount EQUAL 0)
     message(FATAL_ERROR "No .mm files found under kit/mac, app/mac or tests/mac")
 endif()
 
-# libc++, the standard library Apple ships and the Mac build compiles against.
-set(flags
-    -stdlib=libc++ -std=c++20 -x objective-c++ -fobjc-arc -fblocks -fobjc-runtime=macosx-13.0
-    -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Werror
-    -isystem "${SOURCE_DIR}/apple-stubs")
 string(REPLACE "|" ";" includeDirs "${INCLUDE_DIRS}")
-list(REMOVE_DUPLICATES includeDirs)
-foreach(dir IN LISTS includeDirs)
-    # The system's own include folder stays where the compiler puts it.
-    if(dir AND NOT dir STREQUAL "/usr/include" AND NOT dir STREQUAL "/usr/local/include")
-        list(APPEND flags "-I${dir}")
-    endif()
-endforeach()
+tolvane_objc_type_check_arguments("${hostKind}" "${SOURCE_DIR}" "${includeDirs}" flags)
 
 set(failed "")
 foreach(source IN LISTS objcxxSources)
