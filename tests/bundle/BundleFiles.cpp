@@ -423,8 +423,21 @@ public:
                 value.boolean = false;
             } else if (consume("<string>")) {
                 if (!readText(value.string) || !consume("</string>")) return fail(result, "</string>");
+            } else if (consume("<array/>")) {
+                value.kind = PlistValue::Kind::stringArray;
+            } else if (consume("<array>")) {
+                value.kind = PlistValue::Kind::stringArray;
+                while (true) {
+                    skipSpace();
+                    if (consume("</array>")) break;
+                    std::string element;
+                    if (!consume("<string>") || !readText(element) || !consume("</string>")) {
+                        return fail(result, "<string> or </array> in " + key);
+                    }
+                    value.strings.push_back(std::move(element));
+                }
             } else {
-                return fail(result, "<string>, <true/> or <false/> for " + key);
+                return fail(result, "<string>, <true/>, <false/> or <array> for " + key);
             }
             if (!result.values.emplace(key, value).second) return fail(result, "no second " + key);
         }

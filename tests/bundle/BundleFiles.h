@@ -66,10 +66,11 @@ struct StringsParse {
 StringsParse parseStrings(std::string_view text);
 
 struct PlistValue {
-    enum class Kind { string, boolean };
+    enum class Kind { string, boolean, stringArray };
     Kind kind = Kind::string;
     std::string string;
     bool boolean = false;
+    std::vector<std::string> strings;  // an <array> of <string>s
 };
 
 struct PlistParse {
@@ -77,7 +78,8 @@ struct PlistParse {
     std::optional<std::string> error;
 };
 
-// A property list whose root is one dictionary of strings and Booleans.
+// A property list whose root is one dictionary of strings, Booleans and
+// arrays of strings (CFBundleLocalizations).
 PlistParse parseFlatPlist(std::string_view xml);
 
 bool isValidUtf8(std::string_view text);
