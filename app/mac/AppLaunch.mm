@@ -10,6 +10,7 @@
 #include "OrvikKit/UpdateReminderCenter.h"
 #include "OrvikKitMac/Services.h"
 #include "TolvaneMac/Adapters.h"
+#include "Tolvane/AppIdentity.h"
 #include "Tolvane/MenuView.h"
 
 namespace tolvane::mac {
@@ -17,10 +18,12 @@ namespace tolvane::mac {
 std::shared_ptr<AppState> sharedAppState(const std::shared_ptr<orvik::MainThread>& mainThread) {
     orvik::assertOnMainThread(*mainThread);
     static const std::shared_ptr<AppState> state = [&mainThread] {
-        const std::shared_ptr<orvik::AppInfoSource> appInfo = orvik::mac::makeAppInfoSource();
+        const std::shared_ptr<orvik::AppInfoSource> appInfo =
+            orvik::mac::makeAppInfoSource(std::string(bundleIdentifier()));
         const std::shared_ptr<orvik::PreferenceStore> standardDefaults = orvik::mac::makeStandardUserDefaults();
         const auto scripting = std::make_shared<MusicScripting>(
-            orvik::mac::makeSerialQueue(orvik::AppInfo::scriptingQueueLabel(orvik::mac::mainBundleIdentifier())),
+            orvik::mac::makeSerialQueue(
+                orvik::AppInfo::scriptingQueueLabel(orvik::mac::mainBundleIdentifier(), bundleIdentifier())),
             makeScriptEngine(), makeThumbnailer(), appInfo->logger("applescript"));
         AppServices services{
             .mainThread = mainThread,
@@ -43,7 +46,7 @@ std::shared_ptr<AppState> sharedAppState(const std::shared_ptr<orvik::MainThread
 orvik::MenuBarApp::Parts launch(const std::shared_ptr<orvik::MainThread>& mainThread) {
     const std::shared_ptr<AppState> state = sharedAppState(mainThread);
     const std::weak_ptr<AppState> weakState = state;
-    const std::shared_ptr<orvik::AppInfoSource> appInfo = orvik::mac::makeAppInfoSource();
+    const std::shared_ptr<orvik::AppInfoSource> appInfo = orvik::mac::makeAppInfoSource(std::string(bundleIdentifier()));
     const auto quit = [] { [NSApplication.sharedApplication terminate:nil]; };
     // The popover's content: the menu over the state. It follows the state's
     // changes and the update reminder's due flag, and reads the open-at-login

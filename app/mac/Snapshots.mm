@@ -15,6 +15,7 @@
 #include "OrvikKitMac/Services.h"
 #include "TolvaneMac/Adapters.h"
 #include "TolvaneMac/ArtworkContent.h"
+#include "Tolvane/AppIdentity.h"
 #include "Tolvane/SnapshotServices.h"
 
 namespace tolvane::mac {
@@ -53,7 +54,7 @@ std::optional<ArtworkImage> makeSampleArtwork(const MenuSnapshot::SampleArtwork&
 
 void renderSnapshots(const std::string& directory) {
     const std::unique_ptr<orvik::SnapshotPlatform> rendering = orvik::mac::makeSnapshotPlatform();
-    const std::string version = orvik::mac::makeAppInfoSource()->version();
+    const std::string version = orvik::mac::makeAppInfoSource(std::string(bundleIdentifier()))->version();
     MenuSnapshot::Platform platform{
         .rendering = *rendering,
         .services = MenuSnapshot::refusingServices(version),

@@ -106,7 +106,8 @@ void AppState::observeMusic() {
             if (const std::shared_ptr<AppState> state = weak.lock()) {
                 state->playerInfoChanged(PlayerInfo::fromUserInfo(userInfoFrom(notification.userInfo)));
             }
-        }));
+        },
+        orvik::Delivery::immediate));
     for (std::string_view name : {didLaunchApplicationNotification, didTerminateApplicationNotification}) {
         observations_.push_back(std::make_unique<orvik::NotificationObservation>(
             mainThread, std::string(name), services_.workspaceNotifications,

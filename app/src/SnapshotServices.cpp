@@ -32,7 +32,9 @@ public:
 
 class NoNotifications final : public orvik::NotificationCenter {
 public:
-    Token addObserver(std::string, Handler) override { calledInSnapshot("NotificationCenter::addObserver"); }
+    Token addObserver(std::string, Handler, orvik::Delivery) override {
+        calledInSnapshot("NotificationCenter::addObserver");
+    }
     void removeObserver(Token) override { calledInSnapshot("NotificationCenter::removeObserver"); }
 };
 

@@ -13,4 +13,9 @@ NS_ASSUME_NONNULL_BEGIN
 
 extern "C" NSString *const NSWorkspaceApplicationKey API_AVAILABLE(macos(10.6));
 
+extern "C" NSNotificationName NSWorkspaceDidLaunchApplicationNotification;
+extern "C" NSNotificationName NSWorkspaceDidTerminateApplicationNotification;
+
+extern "C" NSNotificationName NSWorkspaceDidWakeNotification;
+
 NS_ASSUME_NONNULL_END

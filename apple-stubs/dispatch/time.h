@@ -12,7 +12,4 @@ extern "C" {
 API_AVAILABLE(macos(10.6))
 dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta);
 
-API_AVAILABLE(macos(10.6))
-dispatch_time_t dispatch_walltime(const struct timespec *_Nullable when, int64_t delta);
-
 }

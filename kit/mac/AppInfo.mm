@@ -6,6 +6,7 @@
 #include <climits>
 #include <memory>
 #include <string>
+#include <utility>
 
 #import "OrvikKitMac/Strings.h"
 #include "OrvikKitMac/Services.h"
@@ -31,6 +32,8 @@ private:
 
 class BundleAppInfo final : public AppInfoSource {
 public:
+    explicit BundleAppInfo(std::string appIdentifier) : appIdentifier_(std::move(appIdentifier)) {}
+
     std::string version() const override {
         id value = [NSBundle.mainBundle objectForInfoDictionaryKey:@"CFBundleShortVersionString"];
         std::optional<std::string> shortVersion;
@@ -39,15 +42,20 @@ public:
     }
 
     std::shared_ptr<Logger> logger(std::string_view category) override {
-        const std::string subsystem = AppInfo::subsystem(mainBundleIdentifier());
+        const std::string subsystem = AppInfo::subsystem(mainBundleIdentifier(), appIdentifier_);
         return std::make_shared<UnifiedLogger>(os_log_create(subsystem.c_str(), std::string(category).c_str()));
     }
+
+private:
+    std::string appIdentifier_;
 };
 
 }  // namespace
 
 std::optional<std::string> mainBundleIdentifier() { return portableString(NSBundle.mainBundle.bundleIdentifier); }
 
-std::shared_ptr<AppInfoSource> makeAppInfoSource() { return std::make_shared<BundleAppInfo>(); }
+std::shared_ptr<AppInfoSource> makeAppInfoSource(std::string appIdentifier) {
+    return std::make_shared<BundleAppInfo>(std::move(appIdentifier));
+}
 
 }  // namespace orvik::mac

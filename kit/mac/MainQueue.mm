@@ -43,10 +43,15 @@ public:
           timers->sources.erase(found);
           (*shared)();
         });
-        // The wall clock keeps counting while the Mac sleeps; the plain
-        // dispatch clock does not, and would stretch long delays.
-        dispatch_source_set_timer(source, dispatch_walltime(nullptr, wholeNanoseconds(delay)), DISPATCH_TIME_FOREVER,
-                                  static_cast<std::uint64_t>(wholeNanoseconds(leeway)));
+        // Started from the default dispatch clock (mach_absolute_time): it
+        // only moves forward and setting the date does not touch it, while a
+        // timer started from the wall clock (dispatch_walltime) would wait
+        // until the clock caught up again after being set back. It stands
+        // still while the Mac sleeps; the app's wake observer covers that.
+        // (The clock that keeps counting through sleep has no public dispatch
+        // constant: DISPATCH_MONOTONICTIME_NOW is libdispatch's private API.)
+        dispatch_source_set_timer(source, dispatch_time(DISPATCH_TIME_NOW, wholeNanoseconds(delay)),
+                                  DISPATCH_TIME_FOREVER, static_cast<std::uint64_t>(wholeNanoseconds(leeway)));
         timers_->sources.emplace(timer, source);
         dispatch_resume(source);
         return timer;

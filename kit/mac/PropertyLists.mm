@@ -16,9 +16,16 @@ namespace {
 struct FoundationReader {
     using Object = id;
 
+    // Every kind is told by isKindOfClass:, which any object answers.
+    // CoreFoundation is asked only about numbers (NSNumber is toll-free
+    // bridged with CFNumber, and the Boolean numbers with CFBoolean), so
+    // CFGetTypeID and the CFNumber functions never see an object of another
+    // kind; the bridging asks nothing about an object's number before it
+    // knows it is one.
     bool isNull(id object) const { return object == nil; }
     bool isBoolean(id object) const {
-        return CFGetTypeID((__bridge CFTypeRef)object) == CFBooleanGetTypeID();
+        return [object isKindOfClass:[NSNumber class]] &&
+               CFGetTypeID((__bridge CFTypeRef)object) == CFBooleanGetTypeID();
     }
     bool isNumber(id object) const { return [object isKindOfClass:[NSNumber class]]; }
     bool isString(id object) const { return [object isKindOfClass:[NSString class]]; }

@@ -51,12 +51,12 @@ std::string version(const std::optional<std::string>& shortVersionString) {
     return shortVersionString ? *shortVersionString : std::string(developmentVersion);
 }
 
-std::string subsystem(const std::optional<std::string>& bundleIdentifier) {
-    return bundleIdentifier && !bundleIdentifier->empty() ? *bundleIdentifier : std::string(makerIdentifier);
+std::string subsystem(const std::optional<std::string>& bundleIdentifier, std::string_view appIdentifier) {
+    return bundleIdentifier && !bundleIdentifier->empty() ? *bundleIdentifier : std::string(appIdentifier);
 }
 
-std::string scriptingQueueLabel(const std::optional<std::string>& bundleIdentifier) {
-    return subsystem(bundleIdentifier) + ".applescript";
+std::string scriptingQueueLabel(const std::optional<std::string>& bundleIdentifier, std::string_view appIdentifier) {
+    return subsystem(bundleIdentifier, appIdentifier) + ".applescript";
 }
 
 }  // namespace orvik::AppInfo

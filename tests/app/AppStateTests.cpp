@@ -57,6 +57,20 @@ TEST_F(AppStateTest, LaunchInstallsThreeMusicObservers) {
     EXPECT_EQ(world.workspace->observerCount("NSWorkspaceDidTerminateApplicationNotification"), 1u);
 }
 
+TEST_F(AppStateTest, MusicsPlayerNotificationIsDeliveredAtOnceEvenWhileTheAppIsInactive) {
+    const auto state = world.launch();
+    EXPECT_EQ(world.distributed->observerCount("com.apple.Music.playerInfo", orvik::Delivery::immediate), 1u);
+    EXPECT_EQ(world.distributed->observerCount("com.apple.Music.playerInfo", orvik::Delivery::standard), 0u);
+}
+
+TEST_F(AppStateTest, WorkspaceNotificationsAreObservedWithStandardDelivery) {
+    const auto state = world.launch();
+    for (const char* name : {"NSWorkspaceDidLaunchApplicationNotification",
+                             "NSWorkspaceDidTerminateApplicationNotification", "NSWorkspaceDidWakeNotification"}) {
+        EXPECT_EQ(world.workspace->observerCount(name, orvik::Delivery::standard), 1u) << name;
+    }
+}
+
 TEST_F(AppStateTest, ReleasingTheStateRemovesItsObserversAndStopsTheTap) {
     {
         const auto state = world.launch();

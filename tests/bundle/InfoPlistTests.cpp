@@ -1,15 +1,19 @@
 // The bundle's Info.plist (as CMake configures it for Tolvane.app) and its
 // entitlements hold what the app needs: an agent app without a Dock icon,
-// for macOS 13 and later, that the system never quits behind the user's
-// back, and that may ask to send Apple Events to Music under the hardened
-// runtime. On a Mac, scripts/check-app-bundle checks the same
-// keys in the built bundle with plutil.
+// drawn at full resolution on Retina displays, for macOS 13 and later, that
+// the system never quits behind the user's back, and that may ask to send
+// Apple Events to Music under the hardened runtime. On a Mac,
+// scripts/check-app-bundle checks the same keys in the built bundle with
+// plutil.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "BundleFiles.h"
+#include "OrvikKit/SystemServices.h"
+#include "Tolvane/AppIdentity.h"
 
 namespace {
 
@@ -63,11 +67,33 @@ TEST(InfoPlist, NamesTheAppItsIdentifierVersionAndExecutable) {
     EXPECT_TRUE(hasString(plist, "CFBundleDevelopmentRegion", "en"));
 }
 
+TEST(InfoPlist, TheAppsOwnIdentifierIsTheBundles) {
+    const PlistParse plist = read(TOLVANE_INFO_PLIST);
+    ASSERT_FALSE(plist.error.has_value()) << *plist.error;
+    // The app logs under it, and labels its scripting queue with it, also in
+    // a process whose main bundle has no identifier.
+    ASSERT_TRUE(hasString(plist, "CFBundleIdentifier", std::string(tolvane::bundleIdentifier())));
+    const std::string& identifier = plist.values.at("CFBundleIdentifier").string;
+    EXPECT_EQ(orvik::AppInfo::subsystem(std::nullopt, tolvane::bundleIdentifier()), identifier);
+    EXPECT_EQ(orvik::AppInfo::scriptingQueueLabel(std::nullopt, tolvane::bundleIdentifier()),
+              identifier + ".applescript");
+}
+
 TEST(InfoPlist, IsAnAgentAppForMacOS13AndLater) {
     const PlistParse plist = read(TOLVANE_INFO_PLIST);
     ASSERT_FALSE(plist.error.has_value()) << *plist.error;
     EXPECT_TRUE(isTrue(plist, "LSUIElement")) << "a menu-bar utility shows no Dock icon";
     EXPECT_TRUE(hasString(plist, "LSMinimumSystemVersion", "13.0"));
+}
+
+TEST(InfoPlist, DrawsAtFullResolutionOnRetinaDisplays) {
+    const PlistParse plist = read(TOLVANE_INFO_PLIST);
+    ASSERT_FALSE(plist.error.has_value()) << *plist.error;
+    // A bundle made outside Xcode gets neither key by default; without the
+    // first macOS may draw the app at one pixel per point and magnify it, so
+    // the status symbol and the popover come out soft.
+    EXPECT_TRUE(isTrue(plist, "NSHighResolutionCapable"));
+    EXPECT_TRUE(hasString(plist, "NSPrincipalClass", "NSApplication"));
 }
 
 TEST(InfoPlist, OptsOutOfAutomaticAndSuddenTermination) {

@@ -76,8 +76,8 @@ struct FakeReader {
 
     bool isNull(const Object& object) const { return object == nullptr; }
     bool isBoolean(const Object& object) const {
-        questions.emplace_back("isBoolean");
         const auto* number = as<FakeNumber>(object);
+        questions.emplace_back(number != nullptr ? "isBoolean" : "isBoolean of a non-number");
         return number != nullptr && number->isBoolean;
     }
     bool isNumber(const Object& object) const {
@@ -102,12 +102,23 @@ std::optional<PropertyListValue> read(const FakeRef& object) { return readProper
 
 TEST(PropertyListReadingTest, NothingReadsAsAbsent) { EXPECT_EQ(read(nullptr), std::nullopt); }
 
-TEST(PropertyListReadingTest, ABooleanIsAskedForBeforeANumber) {
+TEST(PropertyListReadingTest, ANumberIsAskedWhetherItIsABooleanAndABooleanReadsAsOne) {
     FakeReader reader;
     EXPECT_EQ(readPropertyList(reader, boolean(true)), PropertyListValue(true));
-    ASSERT_FALSE(reader.questions.empty());
-    EXPECT_EQ(reader.questions.front(), "isBoolean");
+    EXPECT_EQ(reader.questions, (std::vector<std::string>{"isNumber", "isBoolean"}));
     EXPECT_EQ(read(boolean(false)), PropertyListValue(false));
+}
+
+TEST(PropertyListReadingTest, OnlyNumbersAreAskedWhetherTheyAreBooleans) {
+    // The platform answers the boolean question with calls that are only
+    // valid for its numbers.
+    for (const FakeRef& object : {string("Tolvane"), data({1}), date(), integer(1),
+                                  dictionary({{string("Name"), string("Song")}, {string("When"), date()},
+                                              {data({2}), string("data key")}})}) {
+        FakeReader reader;
+        (void)readPropertyList(reader, object);
+        for (const std::string& question : reader.questions) EXPECT_NE(question, "isBoolean of a non-number");
+    }
 }
 
 TEST(PropertyListReadingTest, IntegersReadAsIntegers) {

@@ -51,6 +51,14 @@ TEST(NotificationObservation, TwoObservationsOfTheSameNameEachReceiveItOnce) {
     EXPECT_EQ(second, 1);
 }
 
+TEST(NotificationObservation, AsksTheCenterForTheDeliveryItIsGiven) {
+    auto center = std::make_shared<FakeNotificationCenter>();
+    NotificationObservation standard(mainThread, "player", center, [](const Notification&) {});
+    NotificationObservation immediate(mainThread, "player", center, [](const Notification&) {}, Delivery::immediate);
+    EXPECT_EQ(center->observerCount("player", Delivery::standard), 1u) << "standard unless asked otherwise";
+    EXPECT_EQ(center->observerCount("player", Delivery::immediate), 1u);
+}
+
 TEST(NotificationObservation, ObservationKeepsItsCenterAlive) {
     std::weak_ptr<FakeNotificationCenter> weakCenter;
     std::optional<NotificationObservation> observation;

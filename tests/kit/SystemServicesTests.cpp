@@ -107,15 +107,16 @@ TEST(AppInfoTest, BundleWithoutShortVersionShowsDev) {
     EXPECT_EQ(AppInfo::version(std::string("1.2")), "1.2");
 }
 
-TEST(AppInfoTest, LogsUnderTheBundleIdentifierOrTheMakers) {
-    EXPECT_EQ(AppInfo::subsystem(std::string("com.example.tolvane")), "com.example.tolvane");
-    EXPECT_EQ(AppInfo::subsystem(std::nullopt), "com.orvik");
-    EXPECT_EQ(AppInfo::subsystem(std::string()), "com.orvik");
+TEST(AppInfoTest, LogsUnderTheMainBundlesIdentifierOrTheAppsOwn) {
+    EXPECT_EQ(AppInfo::subsystem(std::string("com.example.tolvane"), "com.example.App"), "com.example.tolvane");
+    EXPECT_EQ(AppInfo::subsystem(std::nullopt, "com.example.App"), "com.example.App");
+    EXPECT_EQ(AppInfo::subsystem(std::string(), "com.example.App"), "com.example.App");
 }
 
 TEST(AppInfoTest, ScriptingQueueIsLabelledAfterTheApp) {
-    EXPECT_EQ(AppInfo::scriptingQueueLabel(std::string("com.example.tolvane")), "com.example.tolvane.applescript");
-    EXPECT_EQ(AppInfo::scriptingQueueLabel(std::nullopt), "com.orvik.applescript");
+    EXPECT_EQ(AppInfo::scriptingQueueLabel(std::string("com.example.tolvane"), "com.example.App"),
+              "com.example.tolvane.applescript");
+    EXPECT_EQ(AppInfo::scriptingQueueLabel(std::nullopt, "com.example.App"), "com.example.App.applescript");
 }
 
 // --- The fakes behave as the interfaces say -------------------------------------------

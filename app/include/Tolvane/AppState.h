@@ -133,6 +133,10 @@ private:
 
     void start();
     bool handle(MediaKey key);
+    // Music's player notification is delivered at once, even while the app
+    // is not active (which an agent almost never is): held back, the menu-bar
+    // symbol would lag until the user next opened the menu. The workspace's
+    // launch and terminate notifications are never held.
     void observeMusic();
     // Revives a tap the system switched off during sleep as soon as the Mac
     // wakes (the 2-second poll would otherwise find it a little later).

@@ -2,7 +2,9 @@
 //
 // The artwork is an opaque, shared, immutable image handle: the portable code
 // never looks inside, and the platform says when two images are equal (on
-// macOS a CGImage compared with CFEqual).
+// macOS a CGImage compared with CFEqual). The app's own decisions never ask
+// whether two separately made images are equal: a song that stays the same
+// keeps the handle it has.
 #pragma once
 
 #include <memory>

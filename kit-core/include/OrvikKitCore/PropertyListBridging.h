@@ -5,8 +5,10 @@
 // rules are tested without the platform.
 //
 // Reading (`readPropertyList`), for an object of the graph:
-//   - a boolean is asked for before a number (platform booleans are numbers
-//     too) and gives a boolean;
+//   - a number is asked whether it is a boolean (platform booleans are
+//     numbers too), and a boolean gives a boolean; no object that is not a
+//     number is ever asked that question, so the platform may answer it with
+//     calls that are only valid for its numbers;
 //   - a floating-point number gives a double; any other number gives its
 //     value as a signed 64-bit integer when that is exact, else its double
 //     value (an unsigned value above 2^63-1);
@@ -35,7 +37,10 @@
 
 namespace orvik {
 
-// What the reading side asks of a platform object graph.
+// What the reading side asks of a platform object graph. `isBoolean`,
+// `booleanValue`, `isFloatType`, `exactInteger` and `doubleValue` are asked
+// only of objects `isNumber` answered true for; `stringValue`, `dataValue`
+// and `entries` only of strings, data and dictionaries.
 template <class Reader>
 concept PropertyListReader = requires(const Reader& reader, const typename Reader::Object& object) {
     { reader.isNull(object) } -> std::convertible_to<bool>;
@@ -59,8 +64,8 @@ concept PropertyListReader = requires(const Reader& reader, const typename Reade
 template <PropertyListReader Reader>
 std::optional<PropertyListValue> readPropertyList(const Reader& reader, const typename Reader::Object& object) {
     if (reader.isNull(object)) return std::nullopt;
-    if (reader.isBoolean(object)) return PropertyListValue(static_cast<bool>(reader.booleanValue(object)));
     if (reader.isNumber(object)) {
+        if (reader.isBoolean(object)) return PropertyListValue(static_cast<bool>(reader.booleanValue(object)));
         if (reader.isFloatType(object)) return PropertyListValue(static_cast<double>(reader.doubleValue(object)));
         if (const std::optional<std::int64_t> integer = reader.exactInteger(object)) return PropertyListValue(*integer);
         return PropertyListValue(static_cast<double>(reader.doubleValue(object)));

@@ -13,7 +13,9 @@
 
 namespace orvik {
 
-// Durations on the monotonic clock, in seconds and fractions.
+// Durations on a monotonic clock, in seconds and fractions: delayed tasks
+// count on a clock that setting the date and time does not move (on macOS
+// the default dispatch clock, which stands still while the Mac sleeps).
 using Duration = std::chrono::duration<double>;
 
 class MainThread {

@@ -4,6 +4,13 @@
 // Two centres matter: the distributed one (Music's player notification) and
 // the workspace's (applications launching and terminating). Their platform
 // adapters deliver every notification on the main thread.
+//
+// An observer says when it wants its notifications: as the centre delivers
+// them by default, or at once. The difference is the distributed centre's:
+// on macOS it holds notifications for an application that is not active
+// and hands them over when it next becomes active, which for a menu-bar
+// agent may be much later. A centre that never holds notifications (the
+// workspace's) delivers both alike.
 #pragma once
 
 #include <cstdint>
@@ -29,6 +36,15 @@ struct Notification {
     static constexpr const char* bundleIdentifierKey = "bundleIdentifier";
 };
 
+// When a centre hands a notification to its observer.
+enum class Delivery {
+    // As the centre does by default: a distributed centre may hold the
+    // notification while the application is not active.
+    standard,
+    // At once, whether the application is active or not.
+    immediate,
+};
+
 class NotificationCenter {
 public:
     using Token = std::uint64_t;
@@ -36,8 +52,9 @@ public:
 
     virtual ~NotificationCenter() = default;
 
-    // Observes `name` from any sender; the handler runs on the main thread.
-    virtual Token addObserver(std::string name, Handler handler) = 0;
+    // Observes `name` from any sender, delivered as `delivery` says; the
+    // handler runs on the main thread.
+    virtual Token addObserver(std::string name, Handler handler, Delivery delivery) = 0;
     virtual void removeObserver(Token token) = 0;
 };
 
@@ -47,7 +64,7 @@ public:
 class NotificationObservation {
 public:
     NotificationObservation(const MainThread& mainThread, std::string name, std::shared_ptr<NotificationCenter> center,
-                            NotificationCenter::Handler handler);
+                            NotificationCenter::Handler handler, Delivery delivery = Delivery::standard);
     ~NotificationObservation();
 
     NotificationObservation(const NotificationObservation&) = delete;

@@ -3,8 +3,10 @@
 //
 // The first run comes one interval after creation, never at creation. The
 // interval is measured from the end of one run to the next, with a leeway of
-// a tenth of the interval. A task cancelled while its action runs lets that
-// action finish and starts no other. Main thread only.
+// a tenth of the interval, on the main thread's monotonic clock (see
+// MainThread.h): setting the date and time neither hurries nor delays it. A
+// task cancelled while its action runs lets that action finish and starts no
+// other. Main thread only.
 #pragma once
 
 #include <functional>

@@ -120,17 +120,14 @@ inline constexpr std::string_view developmentVersion = "dev";
 // that is a string.
 std::string version(const std::optional<std::string>& shortVersionString);
 
-// The maker's reverse-DNS identifier: the logging subsystem of a process
-// whose main bundle has no identifier (a test runner, a bare executable).
-inline constexpr std::string_view makerIdentifier = "com.orvik";
-
-// The unified-log subsystem: the main bundle's identifier, or the maker's
-// when the bundle has none (or an empty one).
-std::string subsystem(const std::optional<std::string>& bundleIdentifier);
+// The unified-log subsystem: the main bundle's identifier, or the app's own
+// identifier (the one its bundle is built with) when the process's main
+// bundle has none, or an empty one (a test runner, a bare executable).
+std::string subsystem(const std::optional<std::string>& bundleIdentifier, std::string_view appIdentifier);
 
 // The label of the serial queue that runs the app's AppleScript: the
 // subsystem followed by ".applescript".
-std::string scriptingQueueLabel(const std::optional<std::string>& bundleIdentifier);
+std::string scriptingQueueLabel(const std::optional<std::string>& bundleIdentifier, std::string_view appIdentifier);
 
 }  // namespace AppInfo
 

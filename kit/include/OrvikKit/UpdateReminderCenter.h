@@ -37,7 +37,8 @@ public:
     using Clock = std::function<Date()>;
 
     // How often the running app looks at the reminder again: the flag turns
-    // true at most this long after the period has run out.
+    // true at most this long (of time the Mac is awake) after the period has
+    // run out.
     static constexpr std::chrono::seconds refreshInterval{3600};
 
     // The system clock as a Date: the clock the app's centre runs on.

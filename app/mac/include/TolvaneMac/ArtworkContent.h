@@ -1,7 +1,11 @@
 // The platform image behind an ArtworkImage on macOS: a CGImage, owned, and
-// compared with CFEqual. It is also the image the kit's CoreGraphics canvas
-// draws (its size in points is its pixel size; the menu scales it to fill
-// the artwork square). Plain C++ over CoreGraphics; for Mac sources only.
+// compared with CFEqual, which holds for the same image object; whether two
+// images decoded separately from the same bytes are CFEqual CoreGraphics does
+// not document, and nothing in the app depends on it (a song that stays the
+// same keeps the handle it has). It is also the image the kit's CoreGraphics
+// canvas draws (its size in points is its pixel size; the menu scales it to
+// fill the artwork square). Plain C++ over CoreGraphics; for Mac sources
+// only.
 #pragma once
 
 #include <CoreGraphics/CoreGraphics.h>

@@ -27,8 +27,9 @@
 namespace orvik::mac {
 
 // The main dispatch queue. Delayed tasks run on dispatch timers started
-// from the wall clock (dispatch_walltime), which keeps counting while the Mac
-// sleeps, with the given leeway.
+// from the default dispatch clock (dispatch_time(DISPATCH_TIME_NOW, …)),
+// which changes of the date and time do not move and which stands still
+// while the Mac sleeps, with the given leeway.
 std::shared_ptr<MainThread> makeMainQueue();
 
 // A serial dispatch queue of quality of service user-initiated whose work
@@ -39,11 +40,14 @@ std::shared_ptr<SerialQueue> makeSerialQueue(const std::string& label);
 std::optional<std::string> mainBundleIdentifier();
 
 // The main bundle's short version and unified-log loggers (subsystem:
-// AppInfo::subsystem of the bundle identifier).
-std::shared_ptr<AppInfoSource> makeAppInfoSource();
+// AppInfo::subsystem of the main bundle's identifier and `appIdentifier`,
+// the identifier the app's bundle is built with).
+std::shared_ptr<AppInfoSource> makeAppInfoSource(std::string appIdentifier);
 
 // The distributed notification centre and the shared workspace's centre.
-// Handlers run on the main queue and assert it with `mainThread`.
+// Handlers run on the main thread and assert it with `mainThread`; the
+// distributed centre delivers an immediate observer's notifications even
+// while the app is not active.
 std::shared_ptr<NotificationCenter> makeDistributedNotificationCenter(std::shared_ptr<const MainThread> mainThread);
 std::shared_ptr<NotificationCenter> makeWorkspaceNotificationCenter(std::shared_ptr<const MainThread> mainThread);
 
