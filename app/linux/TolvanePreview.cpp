@@ -1,10 +1,13 @@
 // TolvanePreview: the app's snapshot mode on Linux. Run as
 //
-//     TolvanePreview --snapshot DIRECTORY
+//     TolvanePreview --snapshot DIRECTORY [-AppleLanguages '(de)']
 //
 // it goes through the same entry check, sample state, menu view and snapshot
-// rendering as the Mac app, painted by the Cairo and Pango canvas, and writes
-// menu-en-light.png and menu-en-dark.png into DIRECTORY.
+// rendering as the Mac app, painted by the Cairo and Pango canvas, with the
+// texts of the bundle's own strings tables (read from the source tree) in
+// the language macOS would choose for the given preference (English without
+// one), and writes menu-<language>-light.png and menu-<language>-dark.png
+// into DIRECTORY.
 //
 // Snapshot mode does no system work, so the services handed to the preview
 // state stop the program if anything ever calls them
@@ -12,14 +15,18 @@
 #include <cairo.h>
 
 #include <cmath>
+#include <filesystem>
 #include <cstdio>
 #include <memory>
 #include <numbers>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "OrvikKit/CairoCanvas.h"
+#include "OrvikKit/StringsLocalizer.h"
+#include "OrvikKitCore/CommandLineOption.h"
 #include "Tolvane/Entry.h"
 #include "Tolvane/MenuSnapshot.h"
 #include "Tolvane/SnapshotServices.h"
@@ -28,6 +35,9 @@ namespace {
 
 using tolvane::ArtworkImage;
 using tolvane::MenuSnapshot::SampleArtwork;
+
+// The language preference, as the Mac app takes it on the command line.
+constexpr std::string_view appleLanguagesOption = "-AppleLanguages";
 
 // The sample artwork as a Cairo image: both the app's artwork content and a
 // view image the Cairo canvas draws.
@@ -69,8 +79,16 @@ std::optional<ArtworkImage> sampleArtwork(const SampleArtwork& sample) {
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv, argv + argc);
-    const std::optional<int> status = tolvane::runSnapshotIfAsked(arguments, [](const std::string& directory) {
-        orvik::cairo::CairoSnapshotPlatform rendering;
+    const std::optional<int> status = tolvane::runSnapshotIfAsked(arguments, [&arguments](const std::string& directory) {
+        const std::vector<std::filesystem::path> resourceFolders = {TOLVANE_APP_RESOURCES, TOLVANE_KIT_RESOURCES};
+        const std::optional<std::string> languages =
+            orvik::CommandLineOption::value(appleLanguagesOption, arguments);
+        const orvik::StringsLocalizer localizer(
+            resourceFolders, orvik::StringsLocalizer::preferredLocalization(
+                                 orvik::StringsLocalizer::languagesIn(resourceFolders),
+                                 orvik::StringsLocalizer::languagesArgument(languages.value_or(""))));
+        for (const std::string& problem : localizer.problems()) std::fprintf(stderr, "TolvanePreview: %s\n", problem.c_str());
+        orvik::cairo::CairoSnapshotPlatform rendering(localizer);
         tolvane::MenuSnapshot::Platform platform{
             .rendering = rendering,
             .services = tolvane::MenuSnapshot::refusingServices(TOLVANE_PREVIEW_VERSION),
@@ -81,7 +99,7 @@ int main(int argc, char** argv) {
         tolvane::MenuSnapshot::render(directory, platform);
     });
     if (!status) {
-        std::fputs("usage: TolvanePreview --snapshot DIRECTORY\n", stderr);
+        std::fputs("usage: TolvanePreview --snapshot DIRECTORY [-AppleLanguages '(LANGUAGE)']\n", stderr);
         return 2;
     }
     return *status;

@@ -21,6 +21,7 @@
 #include "OrvikKit/Canvas.h"
 #include "OrvikKit/Layout.h"
 #include "OrvikKit/Snapshot.h"
+#include "OrvikKit/StringsLocalizer.h"
 #include "OrvikKit/ViewImage.h"
 
 typedef struct _cairo_surface cairo_surface_t;
@@ -94,18 +95,23 @@ private:
     std::unique_ptr<State> state_;
 };
 
-// The snapshot platform of the Linux previews: Pango metrics, untranslated
-// texts (the previews are in English), Cairo bitmaps.
+// The snapshot platform of the Linux previews: Pango metrics, texts from the
+// bundle's own strings tables through `localizer` (whose language is the one
+// preferred localisation), Cairo bitmaps. The localiser must outlive the
+// platform.
 class CairoSnapshotPlatform final : public SnapshotPlatform {
 public:
+    explicit CairoSnapshotPlatform(const StringsLocalizer& localizer) : localizer_(localizer) {}
+
     TextMeasurer& textMeasurer() override { return measurer_; }
     std::string localized(const LocalizedText& text, std::string_view language) override;
-    std::vector<std::string> preferredLocalizations() override { return {}; }
+    std::vector<std::string> preferredLocalizations() override { return {localizer_.language()}; }
     std::unique_ptr<BitmapCanvas> makeBitmap(int pixelWidth, int pixelHeight, double scale,
                                              Appearance appearance) override;
 
 private:
     PangoTextMeasurer measurer_;
+    const StringsLocalizer& localizer_;
 };
 
 }  // namespace orvik::cairo
