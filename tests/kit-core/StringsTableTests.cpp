@@ -255,7 +255,7 @@ TEST(StringsDictionary, SaysWhereAndWhatWasExpected) {
               "line 1, column 103: expected NSStringFormatSpecTypeKey = NSStringPluralRuleType for \"n\"");
     EXPECT_EQ(dictionaryError("<plist><dict><key>a</key><dict><key>NSStringLocalizedFormatKey</key>"
                               "<string>50 %! off</string></dict></dict></plist>"),
-              "line 1, column 58: expected a format string (byte 3: '%!' is no conversion) under "
+              "line 1, column 69: expected a format string (byte 3: '%!' is no conversion) under "
               "NSStringLocalizedFormatKey");
     EXPECT_EQ(dictionaryError("<plist><dict><key>a</key><dict/><key>a</key><dict/></dict></plist>"),
               "line 1, column 33: expected no second <key>a</key> in one dictionary");
