@@ -288,6 +288,9 @@ private:
                 } else if (isLowSurrogate(*unit)) {
                     setError(escapeStart, "a low surrogate \\UDC00-\\UDFFF only after a high surrogate");
                     return std::nullopt;
+                } else if (*unit == 0) {
+                    setError(escapeStart, "a character other than NUL");
+                    return std::nullopt;
                 }
                 appendUtf8(out, codePoint);
                 break;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "BundleFiles.h"
 
@@ -78,7 +79,7 @@ TEST(Entitlements, AllowAskingToSendAppleEventsAndNothingElse) {
     EXPECT_EQ(entitlements.values.size(), 1u) << "the app needs no other exception from the hardened runtime";
 }
 
-TEST(FlatPlist, ReadsStringsAndBooleansAndRejectsTheRest) {
+TEST(FlatPlist, ReadsStringsBooleansAndArraysOfStringsAndRejectsTheRest) {
     const PlistParse plist = bundlefiles::parseFlatPlist(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist>\n<plist version=\"1.0\">\n<dict>\n"
         "\t<key>A</key>\n\t<string>Tom &amp; Jerry</string>\n\t<key>B</key>\n\t<false/>\n</dict>\n</plist>\n");
@@ -86,6 +87,14 @@ TEST(FlatPlist, ReadsStringsAndBooleansAndRejectsTheRest) {
     EXPECT_EQ(plist.values.at("A").string, "Tom & Jerry");
     EXPECT_EQ(plist.values.at("B").kind, PlistValue::Kind::boolean);
     EXPECT_FALSE(plist.values.at("B").boolean);
+    const PlistParse arrays = bundlefiles::parseFlatPlist(
+        "<plist><dict><key>L</key><array>\n\t<string>en</string>\n\t<string>de</string>\n</array>"
+        "<key>E</key><array/></dict></plist>");
+    ASSERT_FALSE(arrays.error.has_value()) << *arrays.error;
+    EXPECT_EQ(arrays.values.at("L").kind, PlistValue::Kind::stringArray);
+    EXPECT_EQ(arrays.values.at("L").strings, (std::vector<std::string>{"en", "de"}));
+    EXPECT_TRUE(arrays.values.at("E").strings.empty());
+    EXPECT_TRUE(bundlefiles::parseFlatPlist("<plist><dict><key>A</key><array><true/></array></dict></plist>").error);
     EXPECT_TRUE(bundlefiles::parseFlatPlist("<plist><dict><key>A</key><integer>1</integer></dict></plist>").error);
     EXPECT_TRUE(bundlefiles::parseFlatPlist("<plist><dict><key>A</key><true/>").error);
     EXPECT_TRUE(

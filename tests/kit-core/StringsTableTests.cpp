@@ -126,6 +126,7 @@ TEST(StringsTable, SaysWhereAndWhatWasExpected) {
               "line 1, column 8: expected a high surrogate \\UD800-\\UDBFF followed by a low surrogate \\UDC00-\\UDFFF");
     EXPECT_EQ(errorOf("\"a\" = \"\\UDFB5\";"),
               "line 1, column 8: expected a low surrogate \\UDC00-\\UDFFF only after a high surrogate");
+    EXPECT_EQ(errorOf("\"a\" = \"\\U0000\";"), "line 1, column 8: expected a character other than NUL");
     EXPECT_EQ(errorOf("\"a\" = \"b;\n"), "line 1, column 7: expected '\"' to close the string that starts here");
     EXPECT_EQ(errorOf("\"a\" = \"b\";\n  /* open"), "line 2, column 3: expected '*/' to close the comment that starts here");
     // Columns count characters, not bytes.
