@@ -180,9 +180,9 @@ TEST_F(LocalizationCheckTest, NamesValuesThatChangeTheirKeysPlaceholders) {
           "\"Quit\" = \"Beenden %@\";\n\"Keys sent: %lld\" = \"Gesendet: %d\";\n\"%@ of %@\" = \"%1$@ von %@\";\n");
     write("kit/de.lproj/OrvikKit.strings", "\"Version %@\" = \"Version 100 %\";\n");
     EXPECT_EQ(check(Kind::placeholders),
-              "de: Localizable.strings: \"%@ of %@\" (line 3) mixes numbered placeholders (%1$@) with unnumbered ones (%@)\n"
-              "de: Localizable.strings: \"Keys sent: %lld\" (line 2) reads %d where the key reads %lld\n"
               "de: Localizable.strings: \"Quit\" (line 1) reads %@ where the key reads no arguments\n"
+              "de: Localizable.strings: \"Keys sent: %lld\" (line 2) reads %d where the key reads %lld\n"
+              "de: Localizable.strings: \"%@ of %@\" (line 3) mixes numbered placeholders (%1$@) with unnumbered ones (%@)\n"
               "de: OrvikKit.strings: \"Version %@\" (line 1) has a '%' that starts no placeholder (byte 12: the "
               "specifier '%' has no conversion; write %% for a percent sign)\n");
 }
