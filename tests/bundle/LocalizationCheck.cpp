@@ -203,10 +203,11 @@ private:
             const auto found = folder.strings.find(table);
             if (found == folder.strings.end()) {
                 if (!isDevelopment) {
+                    const std::string count = std::to_string(keys.size()) + (keys.size() == 1 ? " text" : " texts");
                     add(Kind::keys, language,
-                        file + " is missing: it holds the " + std::to_string(keys.size()) +
-                            (table == infoPlistTable ? " Info.plist texts" : " texts of en.lproj/" + file) +
-                            ", each translated");
+                        file + " is missing: it holds " +
+                            (table == infoPlistTable ? "the Info.plist's " + count : "the " + count + " of en.lproj/" + file) +
+                            ", translated");
                 }
                 continue;
             }

@@ -59,6 +59,10 @@ std::string messagesOf(const std::vector<LocalizationProblem>& problems, Kind ki
 class LocalizationTables : public ::testing::Test {
 protected:
     static void SetUpTestSuite() { problems_ = bundlefiles::checkLocalizations(bundleSources()); }
+    static void expectNothing(Kind kind) {
+        const std::string messages = messagesOf(problems_, kind);
+        EXPECT_TRUE(messages.empty()) << messages;
+    }
     static inline std::vector<LocalizationProblem> problems_;
 };
 
@@ -71,26 +75,26 @@ TEST_F(LocalizationTables, FindTheEnglishFolderAndItsTables) {
     EXPECT_EQ(english.localized(orvik::appText("Keys sent: %lld", {"3"})), "Keys sent: 3");
 }
 
-TEST_F(LocalizationTables, AreReadableByThePortableReaders) { EXPECT_EQ(messagesOf(problems_, Kind::unreadable), ""); }
+TEST_F(LocalizationTables, AreReadableByThePortableReaders) { expectNothing(Kind::unreadable); }
 
-TEST_F(LocalizationTables, GiveEveryLanguageEveryEnglishKeyAndNoOther) { EXPECT_EQ(messagesOf(problems_, Kind::keys), ""); }
+TEST_F(LocalizationTables, GiveEveryLanguageEveryEnglishKeyAndNoOther) { expectNothing(Kind::keys); }
 
 TEST_F(LocalizationTables, KeepEachKeysPlaceholdersInEveryValue) {
-    EXPECT_EQ(messagesOf(problems_, Kind::placeholders), "");
+    expectNothing(Kind::placeholders);
 }
 
-TEST_F(LocalizationTables, HaveNoEmptyValue) { EXPECT_EQ(messagesOf(problems_, Kind::empty), ""); }
+TEST_F(LocalizationTables, HaveNoEmptyValue) { expectNothing(Kind::empty); }
 
 TEST_F(LocalizationTables, CoverThePluralCategoriesEachLanguageNeeds) {
-    EXPECT_EQ(messagesOf(problems_, Kind::plurals), "");
+    expectNothing(Kind::plurals);
 }
 
 TEST_F(LocalizationTables, MatchTheInfoPlistsListOfLocalizations) {
-    EXPECT_EQ(messagesOf(problems_, Kind::localizationList), "");
+    expectNothing(Kind::localizationList);
 }
 
 TEST_F(LocalizationTables, AreAllPackedIntoTheBundle) {
-    EXPECT_EQ(messagesOf(problems_, Kind::packing), "");
+    expectNothing(Kind::packing);
     // The resource list is CMake's: it holds at least the English tables.
     const bundlefiles::LocalizationSources sources = bundleSources();
     std::set<std::string> destinations;
@@ -166,12 +170,12 @@ TEST_F(LocalizationCheckTest, NamesMissingAndForeignKeysAndTables) {
     write("app/de.lproj/Localizable.strings", "\"Quit\" = \"Beenden\";\n\"Quit\" = \"Ende\";\n\"Qiut\" = \"x\";\n");
     write("app/de.lproj/Extra.strings", "\"a\" = \"b\";\n");
     EXPECT_EQ(check(Kind::keys),
-              "de: InfoPlist.strings is missing: it holds the 1 Info.plist texts, each translated\n"
+              "de: InfoPlist.strings is missing: it holds the Info.plist's 1 text, translated\n"
               "de: Localizable.strings: \"Quit\" is given twice (lines 1 and 2)\n"
               "de: Localizable.strings: \"Qiut\" (line 3) is no key of the English table\n"
               "de: Localizable.strings: \"%@ of %@\" is missing\n"
               "de: Localizable.strings: \"Keys sent: %lld\" is missing\n"
-              "de: OrvikKit.strings is missing: it holds the 1 texts of en.lproj/OrvikKit.strings, each translated\n"
+              "de: OrvikKit.strings is missing: it holds the 1 text of en.lproj/OrvikKit.strings, translated\n"
               "de: Extra.strings is no table of en.lproj\n");
 }
 
@@ -264,10 +268,10 @@ TEST_F(LocalizationCheckTest, ListsEverythingANewLanguageLacksInOneMessage) {
               "Every language: 1 thing to do\n"
               "  - Info.plist has no CFBundleLocalizations; with more than one language folder it lists them all: en, sv\n"
               "sv.lproj: 4 things to do\n"
-              "  - InfoPlist.strings is missing: it holds the 1 Info.plist texts, each translated\n"
+              "  - InfoPlist.strings is missing: it holds the Info.plist's 1 text, translated\n"
               "  - Localizable.strings: \"%@ of %@\" is missing\n"
               "  - Localizable.strings: \"Keys sent: %lld\" is missing\n"
-              "  - OrvikKit.strings is missing: it holds the 1 texts of en.lproj/OrvikKit.strings, each translated\n");
+              "  - OrvikKit.strings is missing: it holds the 1 text of en.lproj/OrvikKit.strings, translated\n");
 }
 
 TEST_F(LocalizationCheckTest, SaysWhereATableCannotBeRead) {
