@@ -5,7 +5,8 @@
 // A localiser reads, from each of its resource folders, the `<language>.lproj`
 // folder of one language and of the development language "en" (the folders
 // of one language from several resource folders merge, as the bundle's
-// Resources/<language>.lproj merges the app's and the kit's tables). A text
+// Resources/<language>.lproj merges the app's and the kit's tables; a built
+// bundle's Contents/Resources is one such folder holding them all). A text
 // of table T (the main table is "Localizable") is looked up as NSBundle
 // does: the language's T.stringsdict, then its T.strings, then the same in
 // the development language, and where none has the key, the key itself is
