@@ -23,8 +23,10 @@ configure_file(${PROJECT_SOURCE_DIR}/app/bundle/Info.plist.in ${TOLVANE_INFO_PLI
 set(TOLVANE_APP_RESOURCES ${PROJECT_SOURCE_DIR}/app/bundle)
 set(TOLVANE_KIT_RESOURCES ${PROJECT_SOURCE_DIR}/kit/resources)
 
-# Every file of every language folder, found again whenever one is added or
-# removed (CONFIGURE_DEPENDS), each with where the bundle puts it:
+# Every file of every language folder, app and kit alike, found again
+# whenever one is added or removed (CONFIGURE_DEPENDS), each with where the
+# bundle puts it (a new language is one more folder, and its entry in
+# CFBundleLocalizations of Info.plist.in):
 # TOLVANE_LOCALIZATION_FILES lists the sources and
 # TOLVANE_LOCALIZATION_DESTINATIONS, in the same order, their places below
 # Contents/ ("Resources/de.lproj/Localizable.strings"). The same list is

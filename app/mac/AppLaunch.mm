@@ -1,5 +1,6 @@
 // The app's shared state over the macOS adapters, and its launch function:
-// the status item whose popover hosts the menu view over the state.
+// the status item whose popover hosts the menu view over the state, and the
+// help window shown when the app is opened again while the item is hidden.
 #import <AppKit/AppKit.h>
 
 #include <memory>
@@ -43,6 +44,7 @@ orvik::MenuBarApp::Parts launch(const std::shared_ptr<orvik::MainThread>& mainTh
     const std::shared_ptr<AppState> state = sharedAppState(mainThread);
     const std::weak_ptr<AppState> weakState = state;
     const std::shared_ptr<orvik::AppInfoSource> appInfo = orvik::mac::makeAppInfoSource();
+    const auto quit = [] { [NSApplication.sharedApplication terminate:nil]; };
     // The popover's content: the menu over the state. It follows the state's
     // changes and the update reminder's due flag, and reads the open-at-login
     // state and refreshes the track each time the popover is shown.
@@ -52,7 +54,7 @@ orvik::MenuBarApp::Parts launch(const std::shared_ptr<orvik::MainThread>& mainTh
                    .openAtLogin = nullptr,
                    .urlOpener = orvik::mac::makeURLOpener(),
                    .version = appInfo->version(),
-                   .quit = [] { [NSApplication.sharedApplication terminate:nil]; },
+                   .quit = quit,
                });
     auto controller = orvik::MenuBarController::create(orvik::mac::makeStatusItem(popover, mainThread), mainThread,
                                                        "Tolvane",
@@ -61,6 +63,15 @@ orvik::MenuBarApp::Parts launch(const std::shared_ptr<orvik::MainThread>& mainTh
                                                            return alive ? std::string(alive->menuBarSymbol())
                                                                         : std::string();
                                                        });
+    // Opening the app again while its icon is not in the menu bar shows a
+    // window that says where the icon went.
+    controller->showMissingIconHelpWith(orvik::MissingIconEnvironment{
+        .window = orvik::mac::makeContentWindow(mainThread),
+        .urlOpener = orvik::mac::makeURLOpener(),
+        .systemVersion = orvik::mac::systemVersion(),
+        .brand = musicBrand(),
+        .quit = quit,
+    });
     return orvik::MenuBarApp::Parts{.menuBar = std::move(controller), .updateReminders = state->updateReminders()};
 }
 

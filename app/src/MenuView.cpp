@@ -40,7 +40,12 @@ View nowPlayingCard(const NowPlayingCard& card, bool hasTrack, const orvik::View
     row.push_back(Artwork{card.artwork}.body());
     row.push_back(orvik::vStack(orvik::HorizontalAlignment::leading, 2, std::move(lines)));
     row.push_back(orvik::spacer(4));
-    row.push_back(orvik::hStack(orvik::VerticalAlignment::center, 2, std::move(buttons)));
+    // The playback buttons show the direction of the tape, not of reading:
+    // previous, play and next keep their order and their symbols in every
+    // language, as the system's own playback controls do; in a right-to-left
+    // menu the group as a whole moves to the left with the rest of the row.
+    row.push_back(orvik::hStack(orvik::VerticalAlignment::center, 2, std::move(buttons))
+                      .layoutDirection(orvik::LayoutDirection::leftToRight));
     return orvik::Card{11, orvik::hStack(orvik::VerticalAlignment::center, 12, std::move(row))}.body();
 }
 

@@ -20,6 +20,7 @@
 #import <AppKit/NSBezierPath.h>
 #import <AppKit/NSImage.h>
 #import <AppKit/NSView.h>
+#import <AppKit/NSScreen.h>
 #import <AppKit/NSWindow.h>
 #import <AppKit/NSViewController.h>
 #import <AppKit/NSControl.h>
@@ -32,6 +33,7 @@
 #import <AppKit/NSStatusItem.h>
 #import <AppKit/NSPopover.h>
 #import <AppKit/NSEvent.h>
+#import <AppKit/NSUserInterfaceLayout.h>
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSRunningApplication.h>
 #import <AppKit/NSWorkspace.h>

@@ -2,14 +2,16 @@
 #pragma once
 
 #import <AppKit/NSResponder.h>
+#import <AppKit/NSUserInterfaceLayout.h>
 
-@class NSNotification;
+@class NSApplication, NSNotification;
 
 NS_ASSUME_NONNULL_BEGIN
 
 @protocol NSApplicationDelegate <NSObject>
 @optional
 - (void)applicationDidFinishLaunching:(NSNotification *)notification;
+- (BOOL)applicationShouldHandleReopen:(NSApplication *)sender hasVisibleWindows:(BOOL)flag;
 @end
 
 @interface NSApplication : NSResponder
@@ -18,6 +20,10 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)run;
 - (void)terminate:(nullable id)sender;
 - (void)activateIgnoringOtherApps:(BOOL)flag;
+@end
+
+@interface NSApplication (NSApplicationLayoutDirection)
+@property (readonly) NSUserInterfaceLayoutDirection userInterfaceLayoutDirection API_AVAILABLE(macos(10.6));  // Returns the application-wide user interface layout direction.
 @end
 
 NS_ASSUME_NONNULL_END

@@ -13,4 +13,9 @@ extern const CFStringRef kCTFontAttributeName;
 API_AVAILABLE(macos(10.5))
 extern const CFStringRef kCTForegroundColorFromContextAttributeName;
 
+// A CTParagraphStyleRef: the paragraph's settings (here its base writing
+// direction).
+API_AVAILABLE(macos(10.5))
+extern const CFStringRef kCTParagraphStyleAttributeName;
+
 }

@@ -3,4 +3,5 @@
 
 #include <CoreText/CTStringAttributes.h>
 #include <CoreText/CTLine.h>
+#include <CoreText/CTParagraphStyle.h>
 #include <CoreText/CTTypesetter.h>

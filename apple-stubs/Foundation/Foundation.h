@@ -16,6 +16,7 @@
 #import <Foundation/NSURL.h>
 #import <Foundation/NSBundle.h>
 #import <Foundation/NSThread.h>
+#import <Foundation/NSProcessInfo.h>
 #import <Foundation/NSOperation.h>
 #import <Foundation/NSNotification.h>
 #import <Foundation/NSDistributedNotificationCenter.h>

@@ -7,6 +7,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSArray<__covariant ObjectType> : NSObject <NSCopying>
 @property (readonly) NSUInteger count;
+- (ObjectType)objectAtIndex:(NSUInteger)index;
 @property (nullable, nonatomic, readonly) ObjectType firstObject API_AVAILABLE(macos(10.6));
 @end
 

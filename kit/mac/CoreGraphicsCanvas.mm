@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 #include "OrvikKitMac/CoreGraphicsCanvas.h"
@@ -57,11 +58,28 @@ TypesetLine measured(CFRef<CTLineRef> line) {
     return TypesetLine{.line = std::move(line), .width = width, .ascent = ascent, .height = ascent + descent + leading};
 }
 
-// The text in the system font, drawn in the context's fill colour.
-NSAttributedString* attributedText(NSString* text, const Font& font) {
+// The text in the system font, drawn in the context's fill colour; with a
+// base writing direction when one is given (drawing), as CoreText's natural
+// direction otherwise (measuring, where the direction changes no width).
+NSAttributedString* attributedText(NSString* text, const Font& font,
+                                   std::optional<LayoutDirection> direction = std::nullopt) {
+    if (!direction) {
+        NSDictionary* attributes = @{
+            (__bridge NSString*)kCTFontAttributeName : systemFont(font),
+            (__bridge NSString*)kCTForegroundColorFromContextAttributeName : @YES,
+        };
+        return [[NSAttributedString alloc] initWithString:text attributes:attributes];
+    }
+    const CTWritingDirection writingDirection =
+        *direction == LayoutDirection::rightToLeft ? kCTWritingDirectionRightToLeft : kCTWritingDirectionLeftToRight;
+    // Specifier, value size, value: initialised in the order of its fields.
+    const CTParagraphStyleSetting setting{kCTParagraphStyleSpecifierBaseWritingDirection, sizeof writingDirection,
+                                          &writingDirection};
+    const auto paragraphStyle = CFRef<CTParagraphStyleRef>::adopt(CTParagraphStyleCreate(&setting, 1));
     NSDictionary* attributes = @{
         (__bridge NSString*)kCTFontAttributeName : systemFont(font),
         (__bridge NSString*)kCTForegroundColorFromContextAttributeName : @YES,
+        (__bridge NSString*)kCTParagraphStyleAttributeName : (__bridge id)paragraphStyle.get(),
     };
     return [[NSAttributedString alloc] initWithString:text attributes:attributes];
 }
@@ -84,9 +102,9 @@ CFRef<CTLineRef> truncatedAtEnd(CFRef<CTLineRef> line, double width, const Font&
 // width; one line cut with an ellipsis at `width`; or wrapped at word
 // boundaries within `width` (at most `lineLimit` lines, the last one cut).
 std::vector<TypesetLine> typeset(std::string_view text, const Font& font, std::optional<double> width,
-                                 std::optional<int> lineLimit) {
+                                 std::optional<int> lineLimit, std::optional<LayoutDirection> direction = std::nullopt) {
     NSString* string = platformString(text);
-    NSAttributedString* attributed = attributedText(string != nil ? string : @"", font);
+    NSAttributedString* attributed = attributedText(string != nil ? string : @"", font, direction);
     const auto cfText = (__bridge CFAttributedStringRef)attributed;
     std::vector<TypesetLine> lines;
     if (!width || lineLimit == 1) {
@@ -331,11 +349,14 @@ void CoreGraphicsCanvas::strokeInside(const PlacedShape& shape, double width, Rg
 void CoreGraphicsCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
     // Laid out again at the frame's width only where the text needs it, with
     // a little slack so that rounding never breaks a line the measurer kept.
-    const std::vector<TypesetLine> natural = typeset(run.text, run.font, std::nullopt, run.lineLimit);
+    const std::vector<TypesetLine> natural =
+        typeset(run.text, run.font, std::nullopt, run.lineLimit, run.direction);
     const bool fits = natural.front().width <= frame.width + 0.01;
     const std::vector<TypesetLine> lines =
         fits ? natural
-             : typeset(run.text, run.font, frame.width + (run.lineLimit == 1 ? 0.0 : 0.5), run.lineLimit);
+             : typeset(run.text, run.font, frame.width + (run.lineLimit == 1 ? 0.0 : 0.5), run.lineLimit,
+                       run.direction);
+    const bool rightToLeft = run.direction == LayoutDirection::rightToLeft;
     const auto fillColor = platformColor(color);
     CGContextSaveGState(context_);
     CGContextSetFillColorWithColor(context_, fillColor.get());
@@ -343,7 +364,9 @@ void CoreGraphicsCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
     for (const TypesetLine& line : lines) {
         // CoreText draws upwards from the baseline: flip back around it.
         CGContextSaveGState(context_);
-        CGContextTranslateCTM(context_, frame.x, top + line.ascent);
+        // Right to left, each line ends at the frame's right edge.
+        const double x = rightToLeft ? frame.x + frame.width - line.width : frame.x;
+        CGContextTranslateCTM(context_, x, top + line.ascent);
         CGContextScaleCTM(context_, 1, -1);
         CGContextSetTextMatrix(context_, CGAffineTransformIdentity);
         CGContextSetTextPosition(context_, 0, 0);
@@ -354,7 +377,8 @@ void CoreGraphicsCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
     CGContextRestoreGState(context_);
 }
 
-void CoreGraphicsCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) {
+void CoreGraphicsCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint,
+                                    bool mirrored) {
     NSImage* image = symbolImage(name, font);
     if (image == nil) return;  // an unknown symbol leaves its box empty, as the system's symbol views do
     const NSSize size = image.size;
@@ -364,7 +388,19 @@ void CoreGraphicsCanvas::drawSymbol(std::string_view name, const Font& font, Rec
     // The symbol's shape, then the paint kept only where the shape is.
     CGContextSaveGState(context_);
     CGContextBeginTransparencyLayer(context_, nullptr);
-    drawUpright(context_, image, rect);
+    if (mirrored) {
+        // Flipped about the frame's centre: the shape only; the paint below
+        // fills the same (symmetric) rectangle.
+        const double centre = frame.x + frame.width / 2;
+        CGContextSaveGState(context_);
+        CGContextTranslateCTM(context_, centre, 0);
+        CGContextScaleCTM(context_, -1, 1);
+        CGContextTranslateCTM(context_, -centre, 0);
+        drawUpright(context_, image, rect);
+        CGContextRestoreGState(context_);
+    } else {
+        drawUpright(context_, image, rect);
+    }
     CGContextSetBlendMode(context_, kCGBlendModeSourceIn);
     fillClip(context_, paint, rect);
     CGContextEndTransparencyLayer(context_);
@@ -453,8 +489,9 @@ public:
         canvas_.strokeInside(shape, width, color);
     }
     void drawText(const TextRun& run, Rect frame, Rgba color) override { canvas_.drawText(run, frame, color); }
-    void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) override {
-        canvas_.drawSymbol(name, font, frame, paint);
+    void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint,
+                    bool mirrored) override {
+        canvas_.drawSymbol(name, font, frame, paint, mirrored);
     }
     void drawImage(const ViewImage& image, Rect frame) override { canvas_.drawImage(image, frame); }
     void beginClip(const PlacedShape& shape) override { canvas_.beginClip(shape); }

@@ -148,6 +148,11 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     const orvik::LayoutContext context{
         .measurer = _measurer,
         .localize = [](const orvik::LocalizedText& text) { return orvik::mac::localizedString(text); },
+        // The application's direction, which follows the language macOS runs it in.
+        .direction = NSApplication.sharedApplication.userInterfaceLayoutDirection ==
+                             NSUserInterfaceLayoutDirectionRightToLeft
+                         ? orvik::LayoutDirection::rightToLeft
+                         : orvik::LayoutDirection::leftToRight,
     };
     orvik::LayoutNode laidOut = orvik::layout(*tree, orvik::ProposedSize::unspecified(), context);
     _layout = std::move(laidOut);

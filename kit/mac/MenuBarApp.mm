@@ -11,7 +11,8 @@
 #include "OrvikKitMac/Services.h"
 
 // Calls the launch function once the application has finished launching and
-// keeps the parts it built for the life of the process.
+// keeps the parts it built for the life of the process; hands the app's
+// being opened again while it runs to MenuBarApp::reopen.
 @interface OrvikMenuBarAppDelegate : NSObject <NSApplicationDelegate>
 - (instancetype)initWithLaunch:(orvik::MenuBarApp::Launch)launch mainThread:(std::shared_ptr<orvik::MainThread>)mainThread;
 @end
@@ -40,6 +41,15 @@
     (void)notification;
     orvik::assertOnMainThread(*_mainThread);
     _parts = orvik::MenuBarApp::finishLaunching(_launch);
+}
+
+// Sent when the app is opened again while it runs (Finder, Spotlight,
+// `open`). Answers NO: the controller has shown what there is to show.
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag {
+    (void)sender;
+    (void)flag;
+    orvik::assertOnMainThread(*_mainThread);
+    return orvik::MenuBarApp::reopen(_parts) ? YES : NO;
 }
 
 @end

@@ -1,9 +1,10 @@
 // StatusItem over NSStatusItem and NSPopover: the square status item with
 // its autosave name, the button's action and label, the symbol image with
-// the update badge drawn where badgeGeometry says, and the transient popover
+// the update badge drawn where badgeGeometry says, the transient popover
 // below the button, whose content is a host view over the hosted content
 // (its willShow runs each time the popover is shown; the popover takes the
-// laid-out size).
+// laid-out size), and the facts of where the item is (its visibility flag,
+// the button's window and every screen), which iconPlacement judges.
 #import <AppKit/AppKit.h>
 
 #include <functional>
@@ -44,6 +45,10 @@ namespace {
 
 NSRect platformRect(const ImageRect& rect) {
     return NSRect{.origin = {.x = rect.x, .y = rect.y}, .size = {.width = rect.width, .height = rect.height}};
+}
+
+ScreenRect screenRect(NSRect rect) {
+    return ScreenRect{.x = rect.origin.x, .y = rect.origin.y, .width = rect.size.width, .height = rect.size.height};
 }
 
 // The symbol with the update dot, as badgeGeometry places it: a new
@@ -113,6 +118,29 @@ public:
     }
 
     bool isPopoverShown() const override { return popover_.shown; }
+
+    StatusItemPlacement placement() const override {
+        StatusItemPlacement facts;
+        NSStatusBarButton* button = statusItem_.button;
+        facts.hasButton = button != nil;
+        facts.itemIsVisible = statusItem_.visible;
+        NSWindow* window = button.window;
+        facts.hasWindow = window != nil;
+        if (window != nil) {
+            facts.windowIsVisible = window.visible;
+            facts.windowIsOccluded = (window.occlusionState & NSWindowOcclusionStateVisible) == 0;
+            facts.windowFrame = screenRect(window.frame);
+        }
+        // An empty area (NSZeroRect) is a screen without a camera housing.
+        NSArray<NSScreen*>* screens = NSScreen.screens;
+        for (NSUInteger index = 0; index < screens.count; ++index) {
+            NSScreen* screen = [screens objectAtIndex:index];
+            facts.screens.push_back(ScreenFacts{.frame = screenRect(screen.frame),
+                                                .topLeftArea = screenRect(screen.auxiliaryTopLeftArea),
+                                                .topRightArea = screenRect(screen.auxiliaryTopRightArea)});
+        }
+        return facts;
+    }
 
     void activateApplication() override { [NSApplication.sharedApplication activateIgnoringOtherApps:YES]; }
 

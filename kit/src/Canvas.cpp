@@ -65,11 +65,16 @@ private:
                 paint(node.children[1], foreground);
             }
         } else if constexpr (std::is_same_v<Payload, TextNode>) {
-            canvas_.drawText(TextRun{node.text, payload.font, payload.lineLimit}, node.frame,
+            const LayoutDirection direction = std::holds_alternative<LocalizedText>(payload.content)
+                                                  ? node.direction
+                                                  : firstStrongDirection(node.text, node.direction);
+            canvas_.drawText(TextRun{node.text, payload.font, payload.lineLimit, direction}, node.frame,
                              resolve(payload.color.value_or(foreground)));
         } else if constexpr (std::is_same_v<Payload, SymbolNode>) {
+            const bool mirrored =
+                node.direction == LayoutDirection::rightToLeft && mirrorsInRightToLeft(payload.name);
             canvas_.drawSymbol(payload.name, payload.font, node.frame,
-                               paintFor(payload.fill.value_or(Fill::solid(foreground)), node.frame));
+                               paintFor(payload.fill.value_or(Fill::solid(foreground)), node.frame), mirrored);
         } else if constexpr (std::is_same_v<Payload, ShapeNode>) {
             const PlacedShape placed{payload.shape, node.frame};
             if (payload.fill) canvas_.fill(placed, paintFor(*payload.fill, node.frame));

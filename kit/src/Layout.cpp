@@ -78,16 +78,34 @@ double flexibleLength(std::optional<double> proposed, std::optional<double> mini
     return length;
 }
 
+// What a node inherits from its ancestors.
+struct Environment {
+    const AppBrand* brand;
+    LayoutDirection direction;
+};
+
+// Mirrors the children of `node` (laid out at the origin) within its width.
+void mirrorChildren(LayoutNode& node) {
+    for (LayoutNode& child : node.children) {
+        const double mirroredX = node.frame.width - child.frame.x - child.frame.width;
+        offset(child, mirroredX - child.frame.x, 0);
+    }
+}
+
 class Layouter {
 public:
     explicit Layouter(const LayoutContext& context) : context_(context) {}
 
     // Lays `view` out at the origin. `stackAxis` is the axis of the stack the
     // view is a direct child of (dividers run across it).
-    LayoutNode place(const View& view, ProposedSize proposed, const AppBrand& brand, Axis stackAxis) {
+    // Children are laid out leading to trailing and mirrored here, in one
+    // place, when the environment runs from right to left.
+    LayoutNode place(const View& view, ProposedSize proposed, Environment environment, Axis stackAxis) {
         LayoutNode node;
         node.view = &view;
-        std::visit([&](const auto& payload) { placeNode(payload, node, proposed, brand, stackAxis); }, view.node);
+        node.direction = environment.direction;
+        std::visit([&](const auto& payload) { placeNode(payload, node, proposed, environment, stackAxis); }, view.node);
+        if (environment.direction == LayoutDirection::rightToLeft) mirrorChildren(node);
         return node;
     }
 
@@ -102,13 +120,13 @@ private:
     }
 
     // A node with one child that takes the child's size.
-    void passThrough(const std::vector<View>& child, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+    void passThrough(const std::vector<View>& child, LayoutNode& node, ProposedSize proposed, Environment environment,
                      Axis stackAxis) {
-        node.children.push_back(place(child.front(), proposed, brand, stackAxis));
+        node.children.push_back(place(child.front(), proposed, environment, stackAxis));
         setSize(node, size(node.children.front()));
     }
 
-    void placeNode(const StackNode& stack, LayoutNode& node, ProposedSize proposed, const AppBrand& brand, Axis) {
+    void placeNode(const StackNode& stack, LayoutNode& node, ProposedSize proposed, Environment environment, Axis) {
         const Axis axis = stack.axis;
         const std::size_t count = stack.children.size();
         const std::optional<double> available = axis == Axis::horizontal ? proposed.width : proposed.height;
@@ -132,7 +150,7 @@ private:
         if (!available) {
             for (std::size_t index : others) {
                 node.children[index] = place(stack.children[index], proposal(axis, std::nullopt, acrossProposal),
-                                             brand, axis);
+                                             environment, axis);
             }
             for (std::size_t index : spacers) {
                 placeSpacer(index, std::get<SpacerNode>(stack.children[index].node).minLength);
@@ -152,11 +170,11 @@ private:
             std::vector<Order> order;
             order.reserve(others.size());
             for (std::size_t index : others) {
-                const Flexibility flexibility = flexibilityOf(stack.children[index], axis, brand);
+                const Flexibility flexibility = flexibilityOf(stack.children[index], axis, environment);
                 double ideal = 0;
                 if (flexibility == Flexibility::shrinks) {
                     ideal = along(axis, size(place(stack.children[index], proposal(axis, std::nullopt, acrossProposal),
-                                                   brand, axis)));
+                                                   environment, axis)));
                 }
                 order.push_back({index, flexibility, ideal});
             }
@@ -168,7 +186,7 @@ private:
             for (const Order& entry : order) {
                 const double share = std::max(0.0, remaining) / static_cast<double>(left);
                 node.children[entry.index] =
-                    place(stack.children[entry.index], proposal(axis, share, acrossProposal), brand, axis);
+                    place(stack.children[entry.index], proposal(axis, share, acrossProposal), environment, axis);
                 remaining -= along(axis, size(node.children[entry.index]));
                 --left;
             }
@@ -208,23 +226,23 @@ private:
         setSize(node, axis == Axis::horizontal ? Size{length, thickness} : Size{thickness, length});
     }
 
-    void placeNode(const SpacerNode& spacer, LayoutNode& node, ProposedSize, const AppBrand&, Axis) {
+    void placeNode(const SpacerNode& spacer, LayoutNode& node, ProposedSize, Environment, Axis) {
         setSize(node, Size{spacer.minLength, spacer.minLength});
     }
 
-    void placeNode(const FrameNode& frame, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+    void placeNode(const FrameNode& frame, LayoutNode& node, ProposedSize proposed, Environment environment,
                    Axis stackAxis) {
         Size frameSize;
         if (!frame.flexible) {
             const ProposedSize childProposal{frame.width ? frame.width : proposed.width,
                                              frame.height ? frame.height : proposed.height};
-            node.children.push_back(place(frame.child.front(), childProposal, brand, stackAxis));
+            node.children.push_back(place(frame.child.front(), childProposal, environment, stackAxis));
             const Size child = size(node.children.front());
             frameSize = Size{frame.width.value_or(child.width), frame.height.value_or(child.height)};
         } else {
             const ProposedSize childProposal{clamped(proposed.width, frame.minWidth, frame.maxWidth),
                                              clamped(proposed.height, frame.minHeight, frame.maxHeight)};
-            node.children.push_back(place(frame.child.front(), childProposal, brand, stackAxis));
+            node.children.push_back(place(frame.child.front(), childProposal, environment, stackAxis));
             const Size child = size(node.children.front());
             frameSize = Size{flexibleLength(proposed.width, frame.minWidth, frame.maxWidth, child.width),
                              flexibleLength(proposed.height, frame.minHeight, frame.maxHeight, child.height)};
@@ -233,29 +251,29 @@ private:
         setSize(node, frameSize);
     }
 
-    void placeNode(const PaddingNode& padding, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+    void placeNode(const PaddingNode& padding, LayoutNode& node, ProposedSize proposed, Environment environment,
                    Axis stackAxis) {
         const EdgeInsets& insets = padding.insets;
         const ProposedSize childProposal{shrunk(proposed.width, insets.leading + insets.trailing),
                                          shrunk(proposed.height, insets.top + insets.bottom)};
-        node.children.push_back(place(padding.child.front(), childProposal, brand, stackAxis));
+        node.children.push_back(place(padding.child.front(), childProposal, environment, stackAxis));
         LayoutNode& child = node.children.front();
         offset(child, insets.leading, insets.top);
         setSize(node, Size{child.frame.width + insets.leading + insets.trailing,
                            child.frame.height + insets.top + insets.bottom});
     }
 
-    void placeNode(const LayerNode& layer, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+    void placeNode(const LayerNode& layer, LayoutNode& node, ProposedSize proposed, Environment environment,
                    Axis stackAxis) {
-        node.children.push_back(place(layer.content[0], proposed, brand, stackAxis));
+        node.children.push_back(place(layer.content[0], proposed, environment, stackAxis));
         const Size contentSize = size(node.children.front());
         node.children.push_back(
-            place(layer.content[1], ProposedSize{contentSize.width, contentSize.height}, brand, stackAxis));
+            place(layer.content[1], ProposedSize{contentSize.width, contentSize.height}, environment, stackAxis));
         align(node.children.back(), contentSize, layer.alignment);
         setSize(node, contentSize);
     }
 
-    void placeNode(const TextNode& text, LayoutNode& node, ProposedSize proposed, const AppBrand&, Axis) {
+    void placeNode(const TextNode& text, LayoutNode& node, ProposedSize proposed, Environment, Axis) {
         if (const auto* key = std::get_if<LocalizedText>(&text.content)) {
             node.text = localized(*key);
         } else {
@@ -270,16 +288,16 @@ private:
         }
     }
 
-    void placeNode(const SymbolNode& symbol, LayoutNode& node, ProposedSize, const AppBrand&, Axis) {
+    void placeNode(const SymbolNode& symbol, LayoutNode& node, ProposedSize, Environment, Axis) {
         setSize(node, context_.measurer.symbolSize(symbol.name, symbol.font));
     }
 
-    void placeNode(const ShapeNode&, LayoutNode& node, ProposedSize proposed, const AppBrand&, Axis) {
+    void placeNode(const ShapeNode&, LayoutNode& node, ProposedSize proposed, Environment, Axis) {
         setSize(node, Size{proposed.width.value_or(10), proposed.height.value_or(10)});
     }
 
     // Resizable, keeping its aspect ratio and filling what is proposed.
-    void placeNode(const ImageNode& image, LayoutNode& node, ProposedSize proposed, const AppBrand&, Axis) {
+    void placeNode(const ImageNode& image, LayoutNode& node, ProposedSize proposed, Environment, Axis) {
         const double width = image.image ? image.image->width() : 0;
         const double height = image.image ? image.image->height() : 0;
         if (width <= 0 || height <= 0) {
@@ -304,39 +322,45 @@ private:
                  std::same_as<Wrapper, OpacityNode> || std::same_as<Wrapper, ForegroundNode> ||
                  std::same_as<Wrapper, ButtonNode> || std::same_as<Wrapper, TooltipNode> ||
                  std::same_as<Wrapper, HoverNode>
-    void placeNode(const Wrapper& wrapper, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+    void placeNode(const Wrapper& wrapper, LayoutNode& node, ProposedSize proposed, Environment environment,
                    Axis stackAxis) {
-        passThrough(wrapper.child, node, proposed, brand, stackAxis);
+        passThrough(wrapper.child, node, proposed, environment, stackAxis);
     }
-    void placeNode(const BrandNode& brandNode, LayoutNode& node, ProposedSize proposed, const AppBrand&,
+    void placeNode(const BrandNode& brandNode, LayoutNode& node, ProposedSize proposed, Environment environment,
                    Axis stackAxis) {
-        passThrough(brandNode.child, node, proposed, brandNode.brand, stackAxis);
+        passThrough(brandNode.child, node, proposed, Environment{&brandNode.brand, environment.direction}, stackAxis);
     }
 
-    void placeNode(const SwitchNode& control, LayoutNode& node, ProposedSize, const AppBrand&, Axis) {
+    void placeNode(const LayoutDirectionNode& directionNode, LayoutNode& node, ProposedSize proposed,
+                   Environment environment, Axis stackAxis) {
+        passThrough(directionNode.child, node, proposed, Environment{environment.brand, directionNode.direction},
+                    stackAxis);
+    }
+
+    void placeNode(const SwitchNode& control, LayoutNode& node, ProposedSize, Environment, Axis) {
         setSize(node, context_.measurer.switchSize(control.size));
     }
 
-    void placeNode(const PickerNode& picker, LayoutNode& node, ProposedSize, const AppBrand&, Axis) {
+    void placeNode(const PickerNode& picker, LayoutNode& node, ProposedSize, Environment, Axis) {
         node.options.reserve(picker.titles.size());
         for (const LocalizedText& title : picker.titles) node.options.push_back(localized(title));
         setSize(node, context_.measurer.popUpSize(node.options, picker.selectedIndex));
     }
 
-    void placeNode(const DividerNode&, LayoutNode& node, ProposedSize proposed, const AppBrand&, Axis stackAxis) {
+    void placeNode(const DividerNode&, LayoutNode& node, ProposedSize proposed, Environment, Axis stackAxis) {
         constexpr double thickness = 1;
         setSize(node, stackAxis == Axis::vertical ? Size{proposed.width.value_or(0), thickness}
                                                   : Size{thickness, proposed.height.value_or(0)});
     }
 
-    void placeNode(const BrandReaderNode& reader, LayoutNode& node, ProposedSize proposed, const AppBrand& brand,
+    void placeNode(const BrandReaderNode& reader, LayoutNode& node, ProposedSize proposed, Environment environment,
                    Axis stackAxis) {
-        node.expanded = std::make_shared<const View>(reader.body(brand));
-        node.children.push_back(place(*node.expanded, proposed, brand, stackAxis));
+        node.expanded = std::make_shared<const View>(reader.body(*environment.brand));
+        node.children.push_back(place(*node.expanded, proposed, environment, stackAxis));
         setSize(node, size(node.children.front()));
     }
 
-    Flexibility flexibilityOf(const View& view, Axis axis, const AppBrand& brand) {
+    Flexibility flexibilityOf(const View& view, Axis axis, Environment environment) {
         return std::visit(
             [&](const auto& payload) -> Flexibility {
                 using Payload = std::decay_t<decltype(payload)>;
@@ -346,7 +370,7 @@ private:
                         const Flexibility flexibility =
                             std::holds_alternative<SpacerNode>(child.node)
                                 ? (payload.axis == axis ? Flexibility::fills : Flexibility::rigid)
-                                : flexibilityOf(child, axis, brand);
+                                : flexibilityOf(child, axis, environment);
                         most = std::max(most, flexibility);
                     }
                     return most;
@@ -359,23 +383,25 @@ private:
                     } else if (horizontal ? payload.maxWidth.has_value() : payload.maxHeight.has_value()) {
                         return Flexibility::fills;
                     }
-                    return flexibilityOf(payload.child.front(), axis, brand);
+                    return flexibilityOf(payload.child.front(), axis, environment);
                 } else if constexpr (std::is_same_v<Payload, LayerNode>) {
-                    return flexibilityOf(payload.content.front(), axis, brand);
+                    return flexibilityOf(payload.content.front(), axis, environment);
                 } else if constexpr (std::is_same_v<Payload, TextNode>) {
                     return Flexibility::shrinks;
                 } else if constexpr (std::is_same_v<Payload, ShapeNode> || std::is_same_v<Payload, ImageNode> ||
                                      std::is_same_v<Payload, SpacerNode>) {
                     return Flexibility::fills;
                 } else if constexpr (std::is_same_v<Payload, BrandNode>) {
-                    return flexibilityOf(payload.child.front(), axis, payload.brand);
+                    return flexibilityOf(payload.child.front(), axis, Environment{&payload.brand, environment.direction});
                 } else if constexpr (std::is_same_v<Payload, BrandReaderNode>) {
-                    return flexibilityOf(payload.body(brand), axis, brand);
+                    return flexibilityOf(payload.body(*environment.brand), axis, environment);
+                } else if constexpr (std::is_same_v<Payload, LayoutDirectionNode>) {
+                    return flexibilityOf(payload.child.front(), axis, Environment{environment.brand, payload.direction});
                 } else if constexpr (std::is_same_v<Payload, PaddingNode> || std::is_same_v<Payload, ClipNode> ||
                                      std::is_same_v<Payload, ShadowNode> || std::is_same_v<Payload, OpacityNode> ||
                                      std::is_same_v<Payload, ForegroundNode> || std::is_same_v<Payload, ButtonNode> ||
                                      std::is_same_v<Payload, TooltipNode> || std::is_same_v<Payload, HoverNode>) {
-                    return flexibilityOf(payload.child.front(), axis, brand);
+                    return flexibilityOf(payload.child.front(), axis, environment);
                 } else {
                     // Symbols, native controls, dividers.
                     return Flexibility::rigid;
@@ -391,7 +417,7 @@ private:
 
 LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context) {
     Layouter layouter(context);
-    return layouter.place(view, proposal, AppBrand::kitDefault(), Axis::vertical);
+    return layouter.place(view, proposal, Environment{&AppBrand::kitDefault(), context.direction}, Axis::vertical);
 }
 
 }  // namespace orvik

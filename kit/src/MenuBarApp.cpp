@@ -13,4 +13,9 @@ Parts finishLaunching(const Launch& launch) {
     return parts;
 }
 
+bool reopen(const std::optional<Parts>& parts) {
+    if (parts && parts->menuBar) parts->menuBar->reopen();
+    return false;
+}
+
 }  // namespace orvik::MenuBarApp

@@ -89,6 +89,41 @@ void MenuBarController::close() {
     if (statusItem_->isPopoverShown()) statusItem_->closePopover();
 }
 
+void MenuBarController::showMissingIconHelpWith(MissingIconEnvironment environment) {
+    assertOnMainThread(*mainThread_);
+    assert(environment.window != nullptr && environment.urlOpener != nullptr && environment.quit);
+    missingIcon_ = std::move(environment);
+}
+
+IconPlacement MenuBarController::reopen() {
+    assertOnMainThread(*mainThread_);
+    const IconPlacement placement = iconPlacement(statusItem_->placement());
+    if (isShown(placement) || !missingIcon_) {
+        if (missingIcon_ && missingIcon_->window->isShown()) missingIcon_->window->close();
+        open();
+        return placement;
+    }
+    auto content = std::make_shared<MissingIconWindowContent>(
+        missingIconHelp(title_, missingIcon_->systemVersion), missingIcon_->brand,
+        [weak = weak_from_this()](MissingIconAction action) {
+            if (const auto alive = weak.lock()) alive->perform(action);
+        });
+    missingIcon_->window->show(std::move(content), title_);
+    return placement;
+}
+
+void MenuBarController::perform(MissingIconAction action) {
+    assertOnMainThread(*mainThread_);
+    if (!missingIcon_) return;
+    switch (action) {
+    case MissingIconAction::openMenuBarSettings:
+        SystemSettings::open(SystemSettings::Pane::menuBar, *missingIcon_->urlOpener);
+        return;
+    case MissingIconAction::quit: missingIcon_->quit(); return;
+    case MissingIconAction::dismiss: missingIcon_->window->close(); return;
+    }
+}
+
 void MenuBarController::updateIcon() {
     assertOnMainThread(*mainThread_);
     if (!statusItem_->hasButton()) return;

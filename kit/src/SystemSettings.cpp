@@ -13,6 +13,7 @@ constexpr std::array<std::string_view, 1> screenRecordingURLs{
 constexpr std::array<std::string_view, 2> keyboardShortcutsURLs{
     "x-apple.systempreferences:com.apple.Keyboard-Settings.extension?Shortcuts",
     "x-apple.systempreferences:com.apple.preference.keyboard?Shortcuts"};
+constexpr std::array<std::string_view, 1> menuBarURLs{"x-apple.systempreferences:com.apple.MenuBarSettings"};
 
 }  // namespace
 
@@ -22,6 +23,7 @@ std::span<const std::string_view> candidateURLs(Pane pane) noexcept {
     case Pane::automation: return automationURLs;
     case Pane::screenRecording: return screenRecordingURLs;
     case Pane::keyboardShortcuts: return keyboardShortcutsURLs;
+    case Pane::menuBar: return menuBarURLs;
     }
     return {};
 }

@@ -59,6 +59,9 @@ View View::opacity(double opacity) && { return View{OpacityNode{opacity, one(std
 View View::foregroundStyle(Color color) && { return View{ForegroundNode{color, one(std::move(*this))}}; }
 View View::help(LocalizedText text) && { return View{TooltipNode{std::move(text), one(std::move(*this))}}; }
 View View::appBrand(AppBrand brand) && { return View{BrandNode{std::move(brand), one(std::move(*this))}}; }
+View View::layoutDirection(LayoutDirection direction) && {
+    return View{LayoutDirectionNode{direction, one(std::move(*this))}};
+}
 
 View vStack(HorizontalAlignment alignment, double spacing, std::vector<View> children) {
     return View{StackNode{Axis::vertical, spacing, Alignment{alignment, VerticalAlignment::center}, std::move(children)}};

@@ -334,11 +334,11 @@ public:
                 while (true) {
                     skipSpace();
                     if (consume("</array>")) break;
-                    std::string item;
-                    if (!consume("<string>") || !readText(item) || !consume("</string>")) {
+                    std::string element;
+                    if (!consume("<string>") || !readText(element) || !consume("</string>")) {
                         return fail(result, "<string> or </array> in " + key);
                     }
-                    value.strings.push_back(std::move(item));
+                    value.strings.push_back(std::move(element));
                 }
             } else {
                 return fail(result, "<string>, <true/>, <false/> or <array> for " + key);

@@ -59,7 +59,7 @@ struct PlistValue {
     Kind kind = Kind::string;
     std::string string;
     bool boolean = false;
-    std::vector<std::string> strings;  // of an array
+    std::vector<std::string> strings;  // an <array> of <string>s
 };
 
 struct PlistParse {
@@ -68,7 +68,7 @@ struct PlistParse {
 };
 
 // A property list whose root is one dictionary of strings, Booleans and
-// arrays of strings.
+// arrays of strings (CFBundleLocalizations).
 PlistParse parseFlatPlist(std::string_view xml);
 
 bool isValidUtf8(std::string_view text);

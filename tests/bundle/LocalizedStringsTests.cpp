@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -21,6 +22,7 @@
 #include "BundleFiles.h"
 #include "OrvikKit/LocalizedText.h"
 #include "OrvikKit/MenuChrome.h"
+#include "OrvikKit/MissingIcon.h"
 #include "OrvikKitCore/StringsTable.h"
 #include "Tolvane/MenuContent.h"
 #include "TolvaneCore/AppStatus.h"
@@ -256,6 +258,25 @@ TEST(StringsTables, HoldEveryTextTheMenuShowsInTheTableItNames) {
     }
     // Every part of the menu was reached.
     EXPECT_EQ(places.size(), 21u);
+}
+
+TEST(StringsTables, HoldEveryTextTheMissingIconWindowShowsOnEveryMacOS) {
+    const LoadedTable kit = load(Table::kit);
+    std::set<std::string> keys;
+    for (std::int64_t major : {13, 14, 15, 16, 26, 27}) {
+        const orvik::MissingIconHelp help = orvik::missingIconHelp("Tolvane", {major, 0, 0});
+        std::vector<orvik::LocalizedText> texts = help.paragraphs;
+        texts.push_back(help.title);
+        for (const orvik::MissingIconButton& button : help.buttons) texts.push_back(button.title);
+        for (const orvik::LocalizedText& text : texts) {
+            keys.insert(text.key);
+            ASSERT_EQ(text.table, orvik::LocalizedText::kitTable) << "\"" << text.key << "\" on macOS " << major;
+            EXPECT_TRUE(kit.entries.contains(text.key))
+                << "macOS " << major << ": \"" << text.key << "\" is missing from OrvikKit.strings";
+        }
+    }
+    // Both versions' texts were reached: title, four paragraphs, three buttons.
+    EXPECT_EQ(keys.size(), 8u);
 }
 
 TEST(StringsTables, HoldNothingTheCodeDoesNotShow) {

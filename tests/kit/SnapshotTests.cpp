@@ -159,5 +159,26 @@ TEST(SnapshotTest, AnEmptyViewWritesNothing) {
     EXPECT_TRUE(platform.bitmaps.empty());
 }
 
+TEST(SnapshotTest, APictureInHebrewIsLaidOutFromTheRightAndOneInGermanFromTheLeft) {
+    const ScopedSnapshotFlag restore(false);
+    const TemporaryDirectory directory;
+    const auto firstBoxX = [&](std::vector<std::string> localizations) {
+        RecordingSnapshotPlatform platform;
+        platform.localizations = std::move(localizations);
+        Snapshot::renderMenu(directory.path(), std::nullopt, [] {
+            std::vector<View> boxes;
+            boxes.push_back(menuSized(10, 10));
+            boxes.push_back(menuSized(30, 10));
+            return hStack(VerticalAlignment::center, 0, std::move(boxes));
+        }, platform);
+        // After the background: the first box.
+        return platform.bitmaps.at(0).operations.at(1).frame.x;
+    };
+    EXPECT_DOUBLE_EQ(firstBoxX({"he"}), 30);
+    EXPECT_DOUBLE_EQ(firstBoxX({"ar", "en"}), 30);
+    EXPECT_DOUBLE_EQ(firstBoxX({"de"}), 0);
+    EXPECT_DOUBLE_EQ(firstBoxX({}), 0);
+}
+
 }  // namespace
 }  // namespace orvik

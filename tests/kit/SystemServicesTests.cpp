@@ -32,6 +32,8 @@ TEST(SystemSettingsTest, EachPaneHasItsURLs) {
     EXPECT_EQ(urls(Pane::automation), (std::vector<std::string>{std::string(privacy) + "Automation"}));
     EXPECT_EQ(urls(Pane::screenRecording), (std::vector<std::string>{std::string(privacy) + "ScreenCapture"}));
     EXPECT_EQ(urls(Pane::keyboardShortcuts), (std::vector<std::string>{newKeyboardPane, oldKeyboardPane}));
+    EXPECT_EQ(urls(Pane::menuBar),
+              (std::vector<std::string>{"x-apple.systempreferences:com.apple.MenuBarSettings"}));
 }
 
 TEST(SystemSettingsTest, KeyboardPaneTriesTheSecondURLWhenTheFirstDoesNotOpen) {

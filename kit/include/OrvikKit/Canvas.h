@@ -62,11 +62,16 @@ struct ResolvedShadow {
 };
 
 // A text to draw in a frame: one line cut with an ellipsis at the end when
-// `lineLimit` is 1, otherwise wrapped at the frame's width.
+// `lineLimit` is 1, otherwise wrapped at the frame's width. `direction` is
+// the paragraph's base direction, given to the text engine (which reorders
+// mixed runs by the bidirectional algorithm): its lines align to that
+// direction's leading edge of the frame and its ellipsis ends the text in
+// reading order (on the left when it runs from right to left).
 struct TextRun {
     std::string_view text{};
     Font font{};
     std::optional<int> lineLimit{};
+    LayoutDirection direction = LayoutDirection::leftToRight;
 };
 
 class Canvas {
@@ -77,8 +82,10 @@ public:
     // A border of `width` drawn inside the shape's outline.
     virtual void strokeInside(const PlacedShape& shape, double width, Rgba color) = 0;
     virtual void drawText(const TextRun& run, Rect frame, Rgba color) = 0;
-    // The symbol centred in `frame` (its measured box), filled with `paint`.
-    virtual void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) = 0;
+    // The symbol centred in `frame` (its measured box), filled with `paint`;
+    // flipped horizontally about the frame's centre when `mirrored`.
+    virtual void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint,
+                            bool mirrored) = 0;
     // The image scaled into `frame` (which may overflow the view; clipping
     // comes from an enclosing clip group).
     virtual void drawImage(const ViewImage& image, Rect frame) = 0;
@@ -96,7 +103,11 @@ public:
 };
 
 // Paints a laid-out tree under `appearance`. The foreground style starts as
-// primary. Native controls are not painted: the host places them.
+// primary. Native controls are not painted: the host places them. A text of
+// ours (a localisation key) runs in its node's layout direction, a text
+// shown as it stands (a track's name) in the direction of its first strong
+// character; symbols that point forward or backward are mirrored in a
+// right-to-left layout (LayoutDirection.h); images never are.
 void paint(const LayoutNode& root, Canvas& canvas, Appearance appearance);
 
 }  // namespace orvik

@@ -17,6 +17,11 @@
 // - Texts, symbols and native controls are measured through the
 //   TextMeasurer port, which the platform implements with its own text
 //   engine and controls.
+// - In a right-to-left environment every node's children are mirrored
+//   within it once it is laid out (x' = width − x − childWidth), so stacks
+//   run from the right and leading insets, alignments and indents land on
+//   the right; frames, hit-testing, hover areas and accessibility frames all
+//   follow from the mirrored frames (LayoutDirection.h).
 //
 // Main thread only (the measurer is the platform's).
 #pragma once
@@ -98,6 +103,9 @@ struct LayoutContext {
     TextMeasurer& measurer;
     // Looks a localised text up; empty: the untranslated text.
     std::function<std::string(const LocalizedText&)> localize;
+    // The root's layout direction: the language's in snapshots, the
+    // application's on screen.
+    LayoutDirection direction = LayoutDirection::leftToRight;
 };
 
 // One laid-out view: its frame in the root's coordinates and its children.
@@ -111,10 +119,11 @@ struct LayoutNode {
     std::string text{};                  // a text's string as shown
     std::vector<std::string> options{};  // a pop-up's entries as shown
     bool truncated = false;  // a one-line text cut with an ellipsis
+    LayoutDirection direction = LayoutDirection::leftToRight;  // the environment's at this node
 };
 
 // Lays `view` out for `proposal` with its top left corner at the origin.
-// The root brand is the kit default.
+// The root brand is the kit default; the root direction is the context's.
 LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context);
 
 // The innermost node of `kind` (a node payload type) under `point`, if any;

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "OrvikKit/MenuBarController.h"
 #include "OrvikKit/UpdateReminderCenter.h"
@@ -30,6 +31,13 @@ using Launch = std::function<Parts()>;
 // answers the parts to keep. Parts without a controller or a centre are a
 // programming fault that stops the process.
 Parts finishLaunching(const Launch& launch);
+
+// The delegate's answer when the app is opened again while it runs
+// (Finder, Spotlight, `open`): the controller's reopen once the parts are
+// built, nothing before. Answers whether AppKit should go on with its own
+// reopening, which it never should: an agent has no window for it to bring
+// back, and the controller has shown what there is to show.
+bool reopen(const std::optional<Parts>& parts);
 
 // Installs the application delegate on the shared application and runs its
 // event loop; returns only when the application stops. Defined by the

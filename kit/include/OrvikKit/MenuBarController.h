@@ -1,6 +1,8 @@
 // The decisions behind the app's status item and its popover: which image
 // the button shows (the app's symbol, badged while the update reminder is
-// due), when it is redrawn, and how a click opens and closes the popover.
+// due), when it is redrawn, how a click opens and closes the popover, and
+// what opening the app again shows: the popover when the item is on screen,
+// otherwise a window that says where the icon went (MissingIcon.h).
 //
 // The status item, its button, the popover and the drawing of images sit
 // behind `StatusItem`; its macOS implementation creates the item (square
@@ -15,11 +17,15 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "OrvikKit/AppBrand.h"
 #include "OrvikKit/MainThread.h"
+#include "OrvikKit/MissingIcon.h"
 #include "OrvikKit/Signal.h"
+#include "OrvikKit/SystemServices.h"
 #include "OrvikKit/UpdateReminderCenter.h"
 
 namespace orvik {
@@ -100,6 +106,11 @@ public:
 
     virtual bool isPopoverShown() const = 0;
 
+    // Where the item is now: the item's visibility flag, the button's
+    // window (ordered in, occluded, its frame) and every screen's frame with
+    // the areas beside a camera housing. Read afresh on every call.
+    virtual StatusItemPlacement placement() const = 0;
+
     // Activates the application, ignoring other applications.
     virtual void activateApplication() = 0;
     // Shows the popover relative to the button's bounds, attached to the
@@ -110,6 +121,15 @@ public:
     virtual void makePopoverKey() = 0;
     // Closes the popover as if the user had (performClose).
     virtual void closePopover() = 0;
+};
+
+// What the help window for a hidden status item needs.
+struct MissingIconEnvironment {
+    std::shared_ptr<ContentWindow> window;
+    std::shared_ptr<URLOpener> urlOpener;  // opens Menu Bar settings
+    SystemVersion systemVersion;
+    AppBrand brand;
+    std::function<void()> quit;
 };
 
 class MenuBarController : public std::enable_shared_from_this<MenuBarController> {
@@ -152,6 +172,17 @@ public:
     // Closes the popover when it is shown.
     void close();
 
+    // Lets `reopen` show the help window when the item is not on screen.
+    void showMissingIconHelpWith(MissingIconEnvironment environment);
+    // The app was opened again while it runs (Finder, Spotlight, `open`).
+    // When the item is on screen (iconPlacement), or nothing was given to
+    // showMissingIconHelpWith, as open(), after closing a help window that
+    // is shown. Otherwise the help window (missingIconHelp for the title
+    // and the system version) is shown and comes to the front; its buttons
+    // open Menu Bar settings (the window stays), quit the app, or close the
+    // window. Answers where the item was found.
+    IconPlacement reopen();
+
     // Redraws the button's image from the symbol and the badge state. An
     // unknown symbol leaves the previous image.
     void updateIcon();
@@ -170,6 +201,9 @@ private:
     Subscription changesSubscription_;
     Subscription badgeSubscription_;
     bool showsBadge_ = false;
+    std::optional<MissingIconEnvironment> missingIcon_;
+
+    void perform(MissingIconAction action);
 };
 
 }  // namespace orvik

@@ -81,8 +81,9 @@ void renderMenu(std::string_view to, std::optional<std::string_view> variant, co
 
 // Lays `view` out at its own size and paints it at scale 2 (pixels are twice
 // the points) on `background` under `appearance`, with texts looked up in
-// `language`, and writes the PNG to `path` (a whole-file write that
-// replaces an existing file). Any failure leaves the file unwritten.
+// `language` and laid out in its direction (layoutDirectionForLanguage),
+// and writes the PNG to `path` (a whole-file write that replaces an existing
+// file). Any failure leaves the file unwritten.
 void write(const View& view, const std::string& path, Appearance appearance, Rgba background,
            std::string_view language, SnapshotPlatform& platform);
 

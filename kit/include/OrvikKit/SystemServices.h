@@ -80,7 +80,9 @@ public:
 
 namespace SystemSettings {
 
-enum class Pane : std::uint8_t { accessibility, automation, screenRecording, keyboardShortcuts };
+// `menuBar` is macOS 26's Menu Bar pane, with its list "Allow in the Menu
+// Bar"; macOS 13 to 15 have no such pane.
+enum class Pane : std::uint8_t { accessibility, automation, screenRecording, keyboardShortcuts, menuBar };
 
 // The URLs that open a pane, in the order to try them. The keyboard pane has
 // two because newer System Settings answers only the first and older System

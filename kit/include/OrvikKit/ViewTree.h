@@ -10,8 +10,9 @@
 // circles, rectangles; fill and inside border), images (aspect fill),
 // clipping, shadows, opacity, foreground style, buttons (action, keyboard
 // shortcut, tooltip), hover tracking, native switches and pop-up pickers,
-// dividers, and the environment's brand (set for a subtree, or read by a
-// brand reader).
+// dividers, the environment's brand (set for a subtree, or read by a
+// brand reader) and the layout direction (set for a subtree; the root's
+// comes from the host, LayoutContext::direction).
 //
 // Hover and press are view state kept by the host (ViewState) and read when
 // the tree is built; the tree itself holds no state.
@@ -31,6 +32,7 @@
 #include <vector>
 
 #include "OrvikKit/AppBrand.h"
+#include "OrvikKit/LayoutDirection.h"
 #include "OrvikKit/LocalizedText.h"
 #include "OrvikKit/ViewColor.h"
 #include "OrvikKit/ViewImage.h"
@@ -257,6 +259,14 @@ struct BrandNode {
     std::vector<View> child;
 };
 
+// Sets the layout direction for the subtree: a group whose order means a
+// direction of its own (playback controls) keeps left to right in every
+// language.
+struct LayoutDirectionNode {
+    LayoutDirection direction = LayoutDirection::leftToRight;
+    std::vector<View> child;
+};
+
 // A part of the tree that depends on the environment's brand.
 struct BrandReaderNode {
     std::function<View(const AppBrand&)> body;
@@ -268,7 +278,7 @@ struct View {
     using Node = std::variant<StackNode, SpacerNode, FrameNode, PaddingNode, LayerNode, TextNode, SymbolNode,
                               ShapeNode, ImageNode, ClipNode, ShadowNode, OpacityNode, ForegroundNode, ButtonNode,
                               TooltipNode, HoverNode, SwitchNode, PickerNode, DividerNode, BrandNode,
-                              BrandReaderNode>;
+                              BrandReaderNode, LayoutDirectionNode>;
     Node node{};
 
     // Modifiers, in the manner of the declarative toolkit: each wraps the
@@ -292,6 +302,7 @@ struct View {
     View foregroundStyle(Color color) &&;
     View help(LocalizedText text) &&;
     View appBrand(AppBrand brand) &&;
+    View layoutDirection(LayoutDirection direction) &&;
 };
 
 // --- Builders ------------------------------------------------------------------------

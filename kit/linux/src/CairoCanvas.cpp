@@ -126,6 +126,17 @@ LayoutPointer textLayout(cairo_t* cr, std::string_view text, const Font& font, s
     return layout;
 }
 
+// The paragraph's base direction, given rather than guessed from the text,
+// so that mixed runs are reordered around it and lines align to its leading
+// edge; a cut line loses its end in reading order.
+void setBaseDirection(PangoLayout* layout, LayoutDirection direction) {
+    const bool rightToLeft = direction == LayoutDirection::rightToLeft;
+    pango_layout_set_auto_dir(layout, FALSE);
+    pango_context_set_base_dir(pango_layout_get_context(layout), rightToLeft ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR);
+    pango_layout_context_changed(layout);
+    pango_layout_set_alignment(layout, rightToLeft ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT);
+}
+
 Size logicalSize(PangoLayout* layout) {
     PangoRectangle logical;
     pango_layout_get_extents(layout, nullptr, &logical);
@@ -146,15 +157,13 @@ void shapePath(cairo_t* cr, const PlacedShape& placed) {
 
 void setSource(cairo_t* cr, const Paint& paint) {
     if (!paint.isGradient || paint.colorCount < 2) {
-        const Rgba& color = paint.colors[0];
-        cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+        setSourceColor(cr, paint.colors[0]);
         return;
     }
     cairo_pattern_t* pattern = cairo_pattern_create_linear(paint.start.x, paint.start.y, paint.end.x, paint.end.y);
     for (std::size_t index = 0; index < paint.colorCount; ++index) {
-        const Rgba& color = paint.colors[index];
         const double offset = static_cast<double>(index) / static_cast<double>(paint.colorCount - 1);
-        cairo_pattern_add_color_stop_rgba(pattern, offset, color.red, color.green, color.blue, color.alpha);
+        addColorStop(pattern, offset, paint.colors[index]);
     }
     cairo_set_source(cr, pattern);
     cairo_pattern_destroy(pattern);
@@ -210,6 +219,46 @@ std::optional<char32_t> symbolCodePoint(std::string_view name) {
         if (glyph.name == name) return glyph.codePoint;
     }
     return std::nullopt;
+}
+
+// --- Colours on the 8-bit grid ------------------------------------------------------
+
+namespace {
+
+// `level` clamped to [0, 1] (not a number: 0), in 255ths, rounded.
+long byteOf(double level) {
+    if (!(level > 0)) return 0;
+    if (level >= 1) return 255;
+    return std::lround(level * 255);
+}
+
+}  // namespace
+
+double nearestByteLevel(double level) { return static_cast<double>(byteOf(level)) / 255; }
+
+Rgba nearestByteColor(Rgba color) {
+    const long alpha = byteOf(color.alpha);
+    if (alpha == 0) return Rgba{0, 0, 0, 0};
+    const double exactAlpha = static_cast<double>(alpha) / 255;
+    // Premultiplied by the alpha as given, rounded, and divided again by the
+    // rounded alpha: Cairo multiplies it back by A / 255 and lands on P / 255.
+    // P never exceeds A, as c a <= a.
+    const auto component = [&](double level) {
+        const double clamped = level > 0 ? std::min(level, 1.0) : 0.0;
+        const long premultiplied = std::min(byteOf(clamped * std::clamp(color.alpha, 0.0, 1.0)), alpha);
+        return static_cast<double>(premultiplied) / static_cast<double>(alpha);
+    };
+    return Rgba{component(color.red), component(color.green), component(color.blue), exactAlpha};
+}
+
+void setSourceColor(cairo_t* cr, Rgba color) {
+    const Rgba onGrid = nearestByteColor(color);
+    cairo_set_source_rgba(cr, onGrid.red, onGrid.green, onGrid.blue, onGrid.alpha);
+}
+
+void addColorStop(cairo_pattern_t* pattern, double offset, Rgba color) {
+    const Rgba onGrid = nearestByteColor(color);
+    cairo_pattern_add_color_stop_rgba(pattern, offset, onGrid.red, onGrid.green, onGrid.blue, onGrid.alpha);
 }
 
 // --- CairoImage ---------------------------------------------------------------------
@@ -312,7 +361,7 @@ void CairoCanvas::strokeInside(const PlacedShape& shape, double width, Rgba colo
     shapePath(cr, shape);
     cairo_clip_preserve(cr);
     cairo_set_line_width(cr, 2 * width);
-    cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+    setSourceColor(cr, color);
     cairo_stroke(cr);
     cairo_restore(cr);
 }
@@ -322,16 +371,23 @@ void CairoCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
     // Lay out at the frame's width only where the text needs it, with a
     // little slack so that rounding never breaks a line the measurer kept.
     const LayoutPointer natural = textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit);
-    const bool fits = logicalSize(natural.get()).width <= frame.width + 0.01;
-    const LayoutPointer layout =
-        fits ? textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit)
-             : textLayout(cr, run.text, run.font, frame.width + (run.lineLimit == 1 ? 0.0 : 0.5), run.lineLimit);
-    cairo_move_to(cr, frame.x, frame.y);
-    cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+    setBaseDirection(natural.get(), run.direction);
+    const double naturalWidth = logicalSize(natural.get()).width;
+    const bool fits = naturalWidth <= frame.width + 0.01;
+    const double laidOutWidth = fits ? naturalWidth : frame.width + (run.lineLimit == 1 ? 0.0 : 0.5);
+    const LayoutPointer layout = fits ? textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit)
+                                      : textLayout(cr, run.text, run.font, laidOutWidth, run.lineLimit);
+    setBaseDirection(layout.get(), run.direction);
+    // Right to left, the lines end at the frame's right edge.
+    const double x =
+        run.direction == LayoutDirection::rightToLeft ? frame.x + frame.width - laidOutWidth : frame.x;
+    cairo_move_to(cr, x, frame.y);
+    setSourceColor(cr, color);
     pango_cairo_show_layout(cr, layout.get());
 }
 
-void CairoCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) {
+void CairoCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint,
+                             bool mirrored) {
     cairo_t* cr = state_->cr();
     const std::optional<char32_t> codePoint = symbolCodePoint(name);
     if (!codePoint) {
@@ -349,8 +405,18 @@ void CairoCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame
     const double x = frame.x + frame.width / 2 - (fromPangoUnits(ink.x) + fromPangoUnits(ink.width) / 2);
     const double y = frame.y + frame.height / 2 - (fromPangoUnits(ink.y) + fromPangoUnits(ink.height) / 2);
     cairo_new_path(cr);
+    cairo_save(cr);
+    if (mirrored) {
+        // Flipped about the frame's centre; the path keeps the flip once the
+        // matrix is restored, the paint does not take it.
+        const double centre = frame.x + frame.width / 2;
+        cairo_translate(cr, centre, 0);
+        cairo_scale(cr, -1, 1);
+        cairo_translate(cr, -centre, 0);
+    }
     cairo_move_to(cr, x, y);
     pango_cairo_layout_path(cr, layout.get());
+    cairo_restore(cr);
     setSource(cr, paint);
     cairo_fill(cr);
 }
@@ -391,7 +457,9 @@ void CairoCanvas::beginOpacity(double opacity) {
 void CairoCanvas::endOpacity() {
     cairo_t* cr = state_->cr();
     cairo_pop_group_to_source(cr);
-    cairo_paint_with_alpha(cr, state_->opacities.back());
+    // The group's alpha is a solid mask colour to Cairo, kept as a high byte
+    // like any other.
+    cairo_paint_with_alpha(cr, nearestByteLevel(state_->opacities.back()));
     state_->opacities.pop_back();
 }
 
@@ -438,8 +506,7 @@ void CairoCanvas::endShadow() {
     cairo_t* cr = state_->cr();
     cairo_save(cr);
     cairo_identity_matrix(cr);
-    const Rgba& color = layer.shadow.color;
-    cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+    setSourceColor(cr, layer.shadow.color);
     cairo_mask_surface(cr, mask, layer.shadow.x * state_->scale, layer.shadow.y * state_->scale);
     cairo_set_source_surface(cr, layer.surface, 0, 0);
     cairo_paint(cr);

@@ -26,13 +26,18 @@ void RecordingCanvas::drawText(const orvik::TextRun& run, orvik::Rect frame, orv
                                        .color = color,
                                        .text = std::string(run.text),
                                        .font = run.font,
-                                       .lineLimit = run.lineLimit});
+                                       .lineLimit = run.lineLimit,
+                                       .direction = run.direction});
 }
 
 void RecordingCanvas::drawSymbol(std::string_view name, const orvik::Font& font, orvik::Rect frame,
-                                 const orvik::Paint& paint) {
-    operations.push_back(
-        DrawOperation{.kind = Kind::symbol, .frame = frame, .paint = paint, .text = std::string(name), .font = font});
+                                 const orvik::Paint& paint, bool mirrored) {
+    operations.push_back(DrawOperation{.kind = Kind::symbol,
+                                       .frame = frame,
+                                       .paint = paint,
+                                       .text = std::string(name),
+                                       .font = font,
+                                       .mirrored = mirrored});
 }
 
 void RecordingCanvas::drawImage(const orvik::ViewImage& image, orvik::Rect frame) {
@@ -204,13 +209,16 @@ std::unique_ptr<orvik::BitmapCanvas> RecordingSnapshotPlatform::makeBitmap(int p
     return canvas;
 }
 
-Rendering render(orvik::View view, orvik::ProposedSize proposal, orvik::Appearance appearance) {
+Rendering render(orvik::View view, orvik::ProposedSize proposal, orvik::Appearance appearance,
+                 orvik::LayoutDirection direction) {
     Rendering rendering;
     rendering.view = std::make_unique<orvik::View>(std::move(view));
     FixedTextMeasurer measurer;
-    rendering.root = orvik::layout(*rendering.view, proposal, orvik::LayoutContext{.measurer = measurer, .localize = [](const orvik::LocalizedText& text) {
-                                                   return bundleLocalizer("en").localized(text);
-                                               }});
+    rendering.root = orvik::layout(
+        *rendering.view, proposal,
+        orvik::LayoutContext{.measurer = measurer,
+                             .localize = [](const orvik::LocalizedText& text) { return bundleLocalizer("en").localized(text); },
+                             .direction = direction});
     orvik::paint(rendering.root, rendering.canvas, appearance);
     return rendering;
 }

@@ -44,7 +44,9 @@ void renderSnapshots(const std::string& directory);
 std::shared_ptr<AppState> sharedAppState(const std::shared_ptr<orvik::MainThread>& mainThread);
 
 // The app's launch function: takes the shared state, builds the status-item
-// controller titled "Tolvane" over it, and answers the parts to keep.
+// controller titled "Tolvane" over it (with the help window it shows when
+// the app is opened again while the icon is hidden), and answers the parts
+// to keep.
 orvik::MenuBarApp::Parts launch(const std::shared_ptr<orvik::MainThread>& mainThread);
 
 }  // namespace tolvane::mac

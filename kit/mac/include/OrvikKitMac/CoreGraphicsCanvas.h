@@ -64,7 +64,8 @@ public:
     void fill(const PlacedShape& shape, const Paint& paint) override;
     void strokeInside(const PlacedShape& shape, double width, Rgba color) override;
     void drawText(const TextRun& run, Rect frame, Rgba color) override;
-    void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint) override;
+    void drawSymbol(std::string_view name, const Font& font, Rect frame, const Paint& paint,
+                    bool mirrored) override;
     void drawImage(const ViewImage& image, Rect frame) override;
     void beginClip(const PlacedShape& shape) override;
     void endClip() override;

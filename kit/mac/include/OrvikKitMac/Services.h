@@ -18,6 +18,7 @@
 #include "OrvikKit/LocalizedText.h"
 #include "OrvikKit/MainThread.h"
 #include "OrvikKit/MenuBarController.h"
+#include "OrvikKit/MissingIcon.h"
 #include "OrvikKit/Notifications.h"
 #include "OrvikKit/SerialQueue.h"
 #include "OrvikKit/SystemServices.h"
@@ -68,9 +69,17 @@ std::string localizedString(const LocalizedText& text);
 
 // The status item of the system status bar, with its popover, whose content
 // is a host view (OrvikKitMac/HostView.h) over `content`, rebuilt on the
-// main thread after each change the content signals.
+// main thread after each change the content signals. Its placement is read
+// from the item, its button's window and NSScreen's screens.
 std::shared_ptr<StatusItem> makeStatusItem(std::shared_ptr<HostedContent> content,
                                            std::shared_ptr<MainThread> mainThread);
+
+// A window of the app's own whose content view is a host view
+// (OrvikKitMac/HostView.h) over the content it is shown with.
+std::shared_ptr<ContentWindow> makeContentWindow(std::shared_ptr<MainThread> mainThread);
+
+// The running system's version (NSProcessInfo's operatingSystemVersion).
+SystemVersion systemVersion();
 
 }  // namespace orvik::mac
 

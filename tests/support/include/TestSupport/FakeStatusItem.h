@@ -42,6 +42,10 @@ public:
     }
 
     bool isPopoverShown() const override { return popoverShown; }
+    orvik::StatusItemPlacement placement() const override {
+        ++placementReads;
+        return placementFacts;
+    }
     void activateApplication() override { calls.emplace_back("activate"); }
     void showPopover() override {
         calls.emplace_back("show");
@@ -67,6 +71,24 @@ public:
     std::vector<orvik::StatusItemImage> imagesSet;   // every image put on the button
     bool popoverShown = false;
     bool popoverIsKey = false;
+    // What placement() answers: by default an item in the menu bar of one
+    // 1440 × 900 screen without a camera housing.
+    orvik::StatusItemPlacement placementFacts = shownPlacement();
+    mutable int placementReads = 0;
+
+    static orvik::StatusItemPlacement shownPlacement() {
+        return orvik::StatusItemPlacement{
+            .hasButton = true,
+            .itemIsVisible = true,
+            .hasWindow = true,
+            .windowIsVisible = true,
+            .windowIsOccluded = false,
+            .windowFrame = {.x = 1200, .y = 876, .width = 30, .height = 24},
+            .screens = {orvik::ScreenFacts{.frame = {.x = 0, .y = 0, .width = 1440, .height = 900},
+                                           .topLeftArea = {},
+                                           .topRightArea = {}}},
+        };
+    }
     std::vector<std::string> calls;  // every call, in order
 };
 

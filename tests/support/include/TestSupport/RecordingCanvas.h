@@ -41,6 +41,8 @@ struct DrawOperation {
     std::string text{};                 // texts; symbols' names
     orvik::Font font{};                 // texts and symbols
     std::optional<int> lineLimit{};     // texts
+    orvik::LayoutDirection direction = orvik::LayoutDirection::leftToRight;  // texts
+    bool mirrored = false;              // symbols
     const orvik::ViewImage* image = nullptr;
     double opacity = 1;               // opacity groups
     orvik::ResolvedShadow shadow{};     // shadow groups
@@ -51,8 +53,8 @@ public:
     void fill(const orvik::PlacedShape& shape, const orvik::Paint& paint) override;
     void strokeInside(const orvik::PlacedShape& shape, double width, orvik::Rgba color) override;
     void drawText(const orvik::TextRun& run, orvik::Rect frame, orvik::Rgba color) override;
-    void drawSymbol(std::string_view name, const orvik::Font& font, orvik::Rect frame,
-                    const orvik::Paint& paint) override;
+    void drawSymbol(std::string_view name, const orvik::Font& font, orvik::Rect frame, const orvik::Paint& paint,
+                    bool mirrored) override;
     void drawImage(const orvik::ViewImage& image, orvik::Rect frame) override;
     void beginClip(const orvik::PlacedShape& shape) override;
     void endClip() override;
@@ -161,7 +163,8 @@ struct Rendering {
 // Lays `view` out with the fixed metrics and the English texts of the
 // bundle's tables, and paints it into a recording canvas.
 Rendering render(orvik::View view, orvik::ProposedSize proposal = {},
-                 orvik::Appearance appearance = orvik::Appearance::light);
+                 orvik::Appearance appearance = orvik::Appearance::light,
+                 orvik::LayoutDirection direction = orvik::LayoutDirection::leftToRight);
 
 // The colour `color` resolves to (the platform's published values).
 inline orvik::Rgba resolved(const orvik::Color& color, orvik::Appearance appearance = orvik::Appearance::light) {
