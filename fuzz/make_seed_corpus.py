@@ -2,9 +2,14 @@
 """Writes the seed corpus of every fuzz target into fuzz/corpus/<target>/.
 
 Each target's directory is emptied and rewritten, so the output depends on
-this file alone. The byte layouts follow the comments at the top of each
-fuzzer and of PropertyListFuzzing.h; after changing a layout there, change the
-matching encoder here and run this again.
+this file and on the localisation tables alone. The byte layouts follow the
+comments at the top of each fuzzer and of PropertyListFuzzing.h; after
+changing a layout there, change the matching encoder here and run this again.
+
+The strings-table targets start from the tables the bundle ships: every
+`.strings` and `.stringsdict` file of every `<language>.lproj` folder of the
+app (app/bundle) and the kit (kit/resources), so after adding a language run
+this again to fuzz from its tables too.
 """
 
 import pathlib
@@ -12,6 +17,8 @@ import shutil
 import struct
 
 CORPUS = pathlib.Path(__file__).resolve().parent / "corpus"
+SOURCE = pathlib.Path(__file__).resolve().parent.parent
+RESOURCE_FOLDERS = [SOURCE / "app" / "bundle", SOURCE / "kit" / "resources"]
 
 
 def i16(value):
@@ -311,6 +318,87 @@ def shortcut_seeds():
     }
 
 
+# --- StringsTableFuzzer and StringsDictionaryFuzzer -----------------------------
+
+def shipped_tables(extension):
+    """Every table of that extension in every language folder, by seed name."""
+    tables = {}
+    for folder in RESOURCE_FOLDERS:
+        for path in sorted(folder.glob("*.lproj/*" + extension)):
+            name = path.parent.name.removesuffix(".lproj") + "-" + path.name
+            tables[name] = path.read_bytes()
+    return tables
+
+
+def utf16(text, byte_order):
+    mark = b"\xff\xfe" if byte_order == "little" else b"\xfe\xff"
+    return mark + text.encode("utf-16-le" if byte_order == "little" else "utf-16-be")
+
+
+def strings_table_seeds():
+    seeds = shipped_tables(".strings")
+    english = (SOURCE / "app" / "bundle" / "en.lproj" / "Localizable.strings").read_text(encoding="utf-8")
+    seeds["en-Localizable-utf16-little-endian"] = utf16(english, "little")
+    seeds["en-Localizable-utf16-big-endian"] = utf16(english, "big")
+    seeds["utf8-byte-order-mark"] = b"\xef\xbb\xbf\"Quit\" = \"Quit\";\n"
+    seeds["escapes-and-surrogates"] = (
+        b'"Say \\"hi\\"" = "a\\\\b\\nc\\td\\re \\U2318 \\UD83C\\UDFB5";\n'
+    )
+    seeds["unquoted-and-without-value"] = b'NSAppleEventsUsageDescription = "Text";\nCFBundle.Name = Tolvane_2;\n"Same";\n'
+    seeds["positional-placeholders"] = b'"%@ of %@" = "%2$@ / %1$@ (100%%)";\n"Keys sent: %lld" = "%lld";\n'
+    seeds["missing-semicolon"] = b'"Quit" = "Quit"\n"Check" = "Check";\n'
+    seeds["unclosed-comment"] = b'"a" = "b";\n/* never closed'
+    seeds["unpaired-surrogate-escape"] = b'"a" = "\\UD83C";'
+    seeds["utf16-odd-length"] = b"\xff\xfe\"\x00a"
+    seeds["latin-1"] = b'"caf\xe9" = "x";'
+    return seeds
+
+
+PLURAL_ENTRY = """<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0">
+<dict>
+	<key>Keys sent: %lld</key>
+	<dict>
+		<key>NSStringLocalizedFormatKey</key>
+		<string>{format}</string>
+{variables}	</dict>
+</dict>
+</plist>
+"""
+
+
+def plural_variable(name, value_type, forms):
+    lines = [f"\t\t<key>{name}</key>", "\t\t<dict>",
+             "\t\t\t<key>NSStringFormatSpecTypeKey</key>", "\t\t\t<string>NSStringPluralRuleType</string>",
+             "\t\t\t<key>NSStringFormatValueTypeKey</key>", f"\t\t\t<string>{value_type}</string>"]
+    for category, text in forms:
+        lines += [f"\t\t\t<key>{category}</key>", f"\t\t\t<string>{text}</string>"]
+    lines.append("\t\t</dict>")
+    return "".join(line + "\n" for line in lines)
+
+
+def strings_dictionary_seeds():
+    seeds = shipped_tables(".stringsdict")
+    every_category = [(category, f"{category} %lld") for category in ("zero", "one", "two", "few", "many", "other")]
+    seeds["every-category"] = PLURAL_ENTRY.format(
+        format="%#@keys@", variables=plural_variable("keys", "lld", every_category)).encode()
+    seeds["two-variables-numbered"] = PLURAL_ENTRY.format(
+        format="%1$#@done@ / %2$#@all@",
+        variables=plural_variable("done", "lld", [("one", "%1$lld"), ("other", "%1$lld")])
+        + plural_variable("all", "ld", [("other", "%2$ld &amp; &#x2318;")])).encode()
+    seeds["form-without-number"] = PLURAL_ENTRY.format(
+        format="%#@keys@", variables=plural_variable("keys", "lld", [("zero", "None"), ("other", "%lld")])).encode()
+    seeds["missing-other"] = PLURAL_ENTRY.format(
+        format="%#@keys@", variables=plural_variable("keys", "lld", [("one", "%lld")])).encode()
+    seeds["undefined-variable"] = PLURAL_ENTRY.format(format="%#@keys@", variables="").encode()
+    seeds["width-rule"] = PLURAL_ENTRY.format(format="%#@keys@", variables=(
+        "\t\t<key>keys</key>\n\t\t<dict><key>NSStringFormatSpecTypeKey</key>"
+        "<string>NSStringVariableWidthRuleType</string></dict>\n")).encode()
+    seeds["unclosed"] = b"<plist><dict><key>a</key><dict>"
+    return seeds
+
+
 def main():
     targets = {
         "MediaKeyEventFuzzer": media_key_event_seeds(),
@@ -318,6 +406,8 @@ def main():
         "PlayerInfoFuzzer": player_info_seeds(),
         "PreferenceFuzzer": preference_seeds(),
         "ShortcutFuzzer": shortcut_seeds(),
+        "StringsTableFuzzer": strings_table_seeds(),
+        "StringsDictionaryFuzzer": strings_dictionary_seeds(),
     }
     for target, seeds in targets.items():
         directory = CORPUS / target

@@ -1,12 +1,15 @@
 // TolvanePreview: the app's snapshot mode on Linux. Run as
 //
-//     TolvanePreview --snapshot DIRECTORY [--language CODE]
+//     TolvanePreview --snapshot DIRECTORY [--language CODE | -AppleLanguages '(CODE, …)']
 //
 // it goes through the same entry check, sample state, menu view and snapshot
-// rendering as the Mac app, painted by the Cairo and Pango canvas, and writes
-// menu-en-light.png and menu-en-dark.png into DIRECTORY. With a language
-// ("he", "de", …) the pictures are named after it and laid out in its
-// direction, as a Mac running in that language lays the menu out.
+// rendering as the Mac app, painted by the Cairo and Pango canvas, with the
+// texts of the bundle's own strings tables (read from the source tree), and
+// writes menu-<language>-light.png and menu-<language>-dark.png into
+// DIRECTORY. The language is the one macOS would choose among the bundle's
+// language folders for the preference given (English without one); the
+// pictures are named after it and laid out in its direction, as a Mac
+// running in that language lays the menu out.
 //
 //     TolvanePreview --missing-icon DIRECTORY
 //
@@ -21,15 +24,18 @@
 
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <numbers>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "OrvikKit/CairoCanvas.h"
 #include "OrvikKit/MissingIcon.h"
+#include "OrvikKit/StringsLocalizer.h"
 #include "OrvikKitCore/CommandLineOption.h"
 #include "Tolvane/Entry.h"
 #include "Tolvane/MenuSnapshot.h"
@@ -40,6 +46,9 @@ namespace {
 
 using tolvane::ArtworkImage;
 using tolvane::MenuSnapshot::SampleArtwork;
+
+// The language preference, as the Mac app takes it on the command line.
+constexpr std::string_view appleLanguagesOption = "-AppleLanguages";
 
 // The sample artwork as a Cairo image: both the app's artwork content and a
 // view image the Cairo canvas draws.
@@ -83,7 +92,8 @@ std::optional<ArtworkImage> sampleArtwork(const SampleArtwork& sample) {
 // The help window for a hidden status item, in the app's brand, for the
 // macOS 15 and macOS 26 texts.
 void renderMissingIconWindows(const std::string& directory) {
-    orvik::cairo::CairoSnapshotPlatform rendering;
+    const orvik::StringsLocalizer english({TOLVANE_APP_RESOURCES, TOLVANE_KIT_RESOURCES}, "en");
+    orvik::cairo::CairoSnapshotPlatform rendering(english);
     for (const auto& [variant, release] : {std::pair{"missing-icon-15", orvik::SystemVersion{15, 7, 0}},
                                            std::pair{"missing-icon-26", orvik::SystemVersion{26, 1, 0}}}) {
         const orvik::SystemVersion version = release;
@@ -108,12 +118,21 @@ int main(int argc, char** argv) {
         renderMissingIconWindows(*directory);
         return 0;
     }
-    std::vector<std::string> languages;
+    // The preference, as "--language CODE" or as the Mac app takes it.
+    std::vector<std::string> preferred;
     if (const std::optional<std::string> language = orvik::CommandLineOption::value("--language", arguments)) {
-        languages.push_back(*language);
+        preferred.push_back(*language);
+    } else if (const std::optional<std::string> languages =
+                   orvik::CommandLineOption::value(appleLanguagesOption, arguments)) {
+        preferred = orvik::StringsLocalizer::languagesArgument(*languages);
     }
-    const std::optional<int> status = tolvane::runSnapshotIfAsked(arguments, [&languages](const std::string& directory) {
-        orvik::cairo::CairoSnapshotPlatform rendering(languages);
+    const std::optional<int> status = tolvane::runSnapshotIfAsked(arguments, [&preferred](const std::string& directory) {
+        const std::vector<std::filesystem::path> resourceFolders = {TOLVANE_APP_RESOURCES, TOLVANE_KIT_RESOURCES};
+        const orvik::StringsLocalizer localizer(
+            resourceFolders, orvik::StringsLocalizer::preferredLocalization(
+                                 orvik::StringsLocalizer::languagesIn(resourceFolders), preferred));
+        for (const std::string& problem : localizer.problems()) std::fprintf(stderr, "TolvanePreview: %s\n", problem.c_str());
+        orvik::cairo::CairoSnapshotPlatform rendering(localizer);
         tolvane::MenuSnapshot::Platform platform{
             .rendering = rendering,
             .services = tolvane::MenuSnapshot::refusingServices(TOLVANE_PREVIEW_VERSION),
@@ -124,7 +143,9 @@ int main(int argc, char** argv) {
         tolvane::MenuSnapshot::render(directory, platform);
     });
     if (!status) {
-        std::fputs("usage: TolvanePreview --snapshot DIRECTORY [--language CODE] | --missing-icon DIRECTORY\n", stderr);
+        std::fputs("usage: TolvanePreview --snapshot DIRECTORY [--language CODE | -AppleLanguages '(CODE, ...)'] | "
+                   "--missing-icon DIRECTORY\n",
+                   stderr);
         return 2;
     }
     return *status;

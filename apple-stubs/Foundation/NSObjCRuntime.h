@@ -16,6 +16,7 @@ typedef unsigned long NSUInteger;
 #define NS_UNAVAILABLE __attribute__((unavailable))
 #define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 #define NS_FORMAT_ARGUMENT(A) __attribute__((format_arg(A)))
+#define NS_FORMAT_FUNCTION(F,A) __attribute__((format(__NSString__, F, A)))
 #define NS_NOESCAPE __attribute__((noescape))
 
 // NS_ENUM and NS_OPTIONS as the SDK spells them for C++.

@@ -17,6 +17,7 @@ NS_ASSUME_NONNULL_BEGIN
 - (nullable instancetype)initWithBytes:(const void *)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
 + (nullable instancetype)stringWithUTF8String:(const char *)nullTerminatedCString NS_FORMAT_ARGUMENT(1);
 - (NSString *)stringByAppendingString:(NSString *)aString;
++ (instancetype)localizedStringWithFormat:(NSString *)format, ... NS_FORMAT_FUNCTION(1,2);
 @property (readonly, copy) NSString *precomposedStringWithCanonicalMapping;
 @end
 

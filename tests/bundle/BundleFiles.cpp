@@ -296,102 +296,6 @@ private:
     }
 };
 
-// Reads `.strings` text.
-class StringsReader {
-public:
-    explicit StringsReader(std::string_view text) : text_(text) {
-        if (text_.starts_with("\xEF\xBB\xBF")) position_ = 3;
-    }
-
-    StringsParse parse() {
-        StringsParse result;
-        while (true) {
-            if (!skipSpaceAndComments()) return fail(result, "a comment that never ends");
-            if (position_ >= text_.size()) return result;
-            const int line = lineAt(position_);
-            std::string key;
-            std::string value;
-            if (!readQuoted(key)) return fail(result, "expected a quoted key");
-            if (!skipSpaceAndComments() || !expect('=')) return fail(result, "expected '=' after the key");
-            if (!skipSpaceAndComments() || !readQuoted(value)) return fail(result, "expected a quoted value");
-            if (!skipSpaceAndComments() || !expect(';')) return fail(result, "expected ';' after the value");
-            result.entries.push_back(StringsEntry{std::move(key), std::move(value), line});
-        }
-    }
-
-private:
-    std::string_view text_;
-    std::size_t position_ = 0;
-
-    int lineAt(std::size_t at) const {
-        int line = 1;
-        for (std::size_t index = 0; index < at && index < text_.size(); ++index) {
-            if (text_[index] == '\n') ++line;
-        }
-        return line;
-    }
-
-    StringsParse& fail(StringsParse& result, const std::string& problem) const {
-        result.error = "line " + std::to_string(lineAt(position_)) + ": " + problem;
-        return result;
-    }
-
-    bool skipSpaceAndComments() {
-        while (position_ < text_.size()) {
-            const std::string_view rest = text_.substr(position_);
-            if (isSpace(text_[position_])) {
-                ++position_;
-            } else if (rest.starts_with("//")) {
-                while (position_ < text_.size() && text_[position_] != '\n') ++position_;
-            } else if (rest.starts_with("/*")) {
-                const std::size_t end = text_.find("*/", position_ + 2);
-                if (end == std::string_view::npos) return false;
-                position_ = end + 2;
-            } else {
-                break;
-            }
-        }
-        return true;
-    }
-
-    bool expect(char c) {
-        if (position_ >= text_.size() || text_[position_] != c) return false;
-        ++position_;
-        return true;
-    }
-
-    // A quoted string with the escapes strings tables use: \" \\ \n \t \r
-    // and \U followed by four hex digits.
-    bool readQuoted(std::string& out) {
-        if (!expect('"')) return false;
-        while (position_ < text_.size()) {
-            const char c = text_[position_++];
-            if (c == '"') return true;
-            if (c != '\\') {
-                out += c;
-                continue;
-            }
-            if (position_ >= text_.size()) return false;
-            const char escape = text_[position_++];
-            switch (escape) {
-            case '"': out += '"'; break;
-            case '\\': out += '\\'; break;
-            case 'n': out += '\n'; break;
-            case 't': out += '\t'; break;
-            case 'r': out += '\r'; break;
-            case 'U': {
-                const std::optional<std::uint32_t> codePoint = hexNumber(text_, position_, 4);
-                if (!codePoint || !appendUtf8(out, *codePoint)) return false;
-                position_ += 4;
-                break;
-            }
-            default: return false;
-            }
-        }
-        return false;
-    }
-};
-
 // Reads the subset of XML property lists the bundle's flat files use.
 class PlistReader {
 public:
@@ -506,8 +410,6 @@ const char* tableName(Table table) { return table == Table::kit ? "OrvikKit" : "
 SourceScan scanSource(std::string_view source, const std::string& fileName) {
     return SourceReader(source, fileName).scan();
 }
-
-StringsParse parseStrings(std::string_view text) { return StringsReader(text).parse(); }
 
 PlistParse parseFlatPlist(std::string_view xml) { return PlistReader(xml).parse(); }
 

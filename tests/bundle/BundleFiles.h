@@ -5,9 +5,11 @@
 //   `appText(…)` in C++ and Objective-C++ source, with its first argument's
 //   string literals decoded (adjacent literals joined, as the compiler joins
 //   them; each branch of a conditional is a key of its own);
-// - `.strings` tables: `"key" = "value";` entries between comments;
 // - flat XML property lists (the Info.plist and the entitlements): one
-//   dictionary of strings and Booleans.
+//   dictionary of strings, Booleans and arrays of strings.
+//
+// Strings tables and strings dictionaries are read by the kit's own readers
+// (OrvikKitCore/StringsTable.h), the ones the previews read them with.
 //
 // Each reader reports what it cannot read instead of guessing.
 #pragma once
@@ -51,19 +53,6 @@ struct SourceScan {
 // The calls of kitText and appText in one source file's text; comments,
 // other string literals and character literals are skipped.
 SourceScan scanSource(std::string_view source, const std::string& fileName);
-
-struct StringsEntry {
-    std::string key;
-    std::string value;
-    int line = 0;
-};
-
-struct StringsParse {
-    std::vector<StringsEntry> entries;
-    std::optional<std::string> error;  // the first thing that is not an entry or a comment
-};
-
-StringsParse parseStrings(std::string_view text);
 
 struct PlistValue {
     enum class Kind { string, boolean, stringArray };

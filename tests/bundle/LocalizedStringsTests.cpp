@@ -23,6 +23,7 @@
 #include "OrvikKit/LocalizedText.h"
 #include "OrvikKit/MenuChrome.h"
 #include "OrvikKit/MissingIcon.h"
+#include "OrvikKitCore/StringsTable.h"
 #include "Tolvane/MenuContent.h"
 #include "TolvaneCore/AppStatus.h"
 
@@ -48,7 +49,7 @@ const std::set<std::pair<Table, std::string>> reviewedComputedKeys = {
 fs::path tablePath(Table table) { return table == Table::kit ? TOLVANE_KIT_STRINGS : TOLVANE_APP_STRINGS; }
 
 struct LoadedTable {
-    std::map<std::string, bundlefiles::StringsEntry> entries;
+    std::map<std::string, orvik::StringsEntry> entries;
     std::vector<std::string> problems;
 };
 
@@ -60,9 +61,9 @@ LoadedTable load(Table table) {
         return loaded;
     }
     if (!bundlefiles::isValidUtf8(*text)) loaded.problems.push_back("not valid UTF-8");
-    const bundlefiles::StringsParse parse = bundlefiles::parseStrings(*text);
-    if (parse.error) loaded.problems.push_back(*parse.error);
-    for (const bundlefiles::StringsEntry& entry : parse.entries) {
+    const orvik::StringsTable parse = orvik::parseStringsTable(*text);
+    if (parse.error) loaded.problems.push_back(parse.error->description());
+    for (const orvik::StringsEntry& entry : parse.entries) {
         if (!loaded.entries.emplace(entry.key, entry).second) {
             loaded.problems.push_back("line " + std::to_string(entry.line) + ": \"" + entry.key + "\" a second time");
         }
@@ -330,30 +331,6 @@ TEST(SourceScan, ReadsObjectiveCAndRawLiteralsWithoutTakingThemForCalls) {
     EXPECT_EQ(scan.texts[0].key, "Open Music");
     EXPECT_EQ(scan.texts[0].location, "example.mm:4");
     EXPECT_TRUE(scan.computed.empty());
-}
-
-TEST(StringsParse, ReadsEntriesBetweenCommentsWithTheirEscapes) {
-    const bundlefiles::StringsParse parse = bundlefiles::parseStrings(
-        "/* a comment\n over lines */\n"
-        "\"Quit\" = \"Quit\";\n"
-        "// another\n"
-        "\"Say \\\"hi\\\"\"=\"\\U2318 \\\\ \\n\";\n");
-    EXPECT_FALSE(parse.error.has_value());
-    ASSERT_EQ(parse.entries.size(), 2u);
-    EXPECT_EQ(parse.entries[0].key, "Quit");
-    EXPECT_EQ(parse.entries[0].line, 3);
-    EXPECT_EQ(parse.entries[1].key, "Say \"hi\"");
-    EXPECT_EQ(parse.entries[1].value, "\xE2\x8C\x98 \\ \n");
-    EXPECT_EQ(parse.entries[1].line, 5);
-}
-
-TEST(StringsParse, ReportsWhatIsNotAnEntry) {
-    EXPECT_EQ(bundlefiles::parseStrings("\"Quit\" = \"Quit\"\n\"Check\" = \"Check\";").error,
-              "line 2: expected ';' after the value");
-    EXPECT_EQ(bundlefiles::parseStrings("\"Quit\" \"Quit\";").error, "line 1: expected '=' after the key");
-    EXPECT_EQ(bundlefiles::parseStrings("Quit = \"Quit\";").error, "line 1: expected a quoted key");
-    EXPECT_EQ(bundlefiles::parseStrings("\"Quit\" = \"\\q\";").error, "line 1: expected a quoted value");
-    EXPECT_EQ(bundlefiles::parseStrings("/* open").error, "line 1: a comment that never ends");
 }
 
 TEST(Utf8, AcceptsWellFormedTextOnly) {

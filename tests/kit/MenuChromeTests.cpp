@@ -49,6 +49,36 @@ TEST(LocalizedTextTest, ATranslationIsFilledInByTheSameRule) {
     EXPECT_EQ(appText("Quit").filledIn("Beenden"), "Beenden");
 }
 
+TEST(LocalizedTextTest, NumberedPlaceholdersTakeTheirOwnArgument) {
+    EXPECT_EQ(appText("%@ of %@", {"3", "7"}).filledIn("%2$@中%1$@"), "7中3");
+    EXPECT_EQ(appText("%@ of %@", {"3", "7"}).filledIn("%1$@/%1$@"), "3/3");
+    EXPECT_EQ(appText("%@", {"x"}).filledIn("%3$@ %#@n@"), "%3$@ %#@n@");
+    EXPECT_EQ(appText("%@ and 50%", {"x"}).untranslated(), "x and 50%");
+    EXPECT_EQ(appText("%k %@", {"x"}).untranslated(), "%k %@");  // nothing is read after a malformed placeholder
+}
+
+TEST(LocalizedTextTest, HandsItsArgumentsToFormattingAsTheKeysPlaceholdersReadThem) {
+    using Kind = LocalizedText::FormatArgument::Kind;
+    const auto arguments = appText("%@ sent %lld, %ld or %d", {"a", "-12", "7"}).formatArguments();
+    EXPECT_FALSE(arguments.has_value());  // four placeholders, three arguments
+    const auto two = appText("%2$lld by %1$@", {"Tolvane", "9000000000"}).formatArguments();
+    ASSERT_TRUE(two.has_value());
+    ASSERT_EQ(two->size(), 2u);
+    EXPECT_EQ((*two)[0], (LocalizedText::FormatArgument{.kind = Kind::object, .number = 0, .text = "Tolvane"}));
+    EXPECT_EQ((*two)[1], (LocalizedText::FormatArgument{.kind = Kind::longLong, .number = 9000000000, .text = {}}));
+    const auto small = appText("%d and %ld", {"-5", "6"}).formatArguments();
+    ASSERT_TRUE(small.has_value());
+    EXPECT_EQ((*small)[0].kind, Kind::int32);
+    EXPECT_EQ((*small)[1].kind, Kind::longInteger);
+    EXPECT_FALSE(appText("%d", {"3000000000"}).formatArguments().has_value());  // beyond an int
+    EXPECT_FALSE(appText("%lld", {"twelve"}).formatArguments().has_value());
+    EXPECT_FALSE(appText("%lld", {""}).formatArguments().has_value());
+    EXPECT_FALSE(appText("%f", {"1.5"}).formatArguments().has_value());
+    EXPECT_FALSE(appText("%@ %@ %@", {"a", "b", "c"}).formatArguments().has_value());  // more than two
+    EXPECT_FALSE(appText("%2$@", {"a", "b"}).formatArguments().has_value());           // argument 1 unread
+    EXPECT_EQ(appText("Quit").formatArguments(), std::vector<LocalizedText::FormatArgument>{});
+}
+
 // --- Footer -------------------------------------------------------------------------
 
 class MenuFooterTest : public testing_footer::MenuFooterFixture {

@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "PngPixels.h"
+#include "TestSupport/BundleStrings.h"
 
 namespace orvik::cairo {
 namespace {
@@ -114,13 +115,25 @@ TEST(CairoCanvasTest, AMirroredSymbolIsThePlainOneReflectedAboutItsFramesCentre)
 }
 
 TEST(CairoCanvasTest, TheBitmapIsAPngOfTheAskedPixelSizeWithTheShapesDrawnAtScale2) {
-    CairoSnapshotPlatform platform;
+    const StringsLocalizer localizer({}, "en");
+    CairoSnapshotPlatform platform(localizer);
     const auto canvas = platform.makeBitmap(60, 20, 2, Appearance::light);
     canvas->fill(PlacedShape{Shape::rectangle(), Rect{0, 0, 10, 10}}, Paint::solid(Rgba{1, 0, 0, 1}));
     const auto png = canvas->pngData();
     ASSERT_TRUE(png.has_value());
     EXPECT_EQ(alphaAt(*png, 19, 19), 255);
     EXPECT_EQ(alphaAt(*png, 21, 5), 0);
+}
+
+TEST(CairoCanvasTest, TheSnapshotPlatformShowsTheTextsOfItsLocalizersLanguage) {
+    const StringsLocalizer german(testsupport::bundleResourceFolders(), "de-CH");
+    CairoSnapshotPlatform platform(german);
+    EXPECT_EQ(platform.preferredLocalizations(), std::vector<std::string>{german.language()});
+    EXPECT_EQ(platform.localized(kitText("Quit"), german.language()), german.localized(kitText("Quit")));
+    const StringsLocalizer english(testsupport::bundleResourceFolders(), "en");
+    CairoSnapshotPlatform englishPlatform(english);
+    EXPECT_EQ(englishPlatform.preferredLocalizations(), std::vector<std::string>{"en"});
+    EXPECT_EQ(englishPlatform.localized(appText("Keys sent: %lld", {"4"}), "en"), "Keys sent: 4");
 }
 
 TEST(CairoCanvasTest, PangoMeasuresOneLineTextsWithinTheWidthAndWrapsTheOthers) {

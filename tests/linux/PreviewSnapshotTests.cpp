@@ -21,6 +21,7 @@
 #include "Tolvane/MenuContent.h"
 #include "Tolvane/MenuSnapshot.h"
 #include "Tolvane/MenuView.h"
+#include "TestSupport/BundleStrings.h"
 #include "Tolvane/SnapshotServices.h"
 
 namespace tolvane {
@@ -109,7 +110,7 @@ Pictures renderPictures() {
     // artwork draws in a frame of fixed size, so none is needed to lay it
     // out), laid out as Snapshot::write lays it out.
     orvik::Snapshot::setIsActive(true);
-    orvik::cairo::CairoSnapshotPlatform platform;
+    orvik::cairo::CairoSnapshotPlatform platform(testsupport::bundleLocalizer("en"));
     const AppServices services = MenuSnapshot::refusingServices(TOLVANE_PREVIEW_VERSION);
     const std::shared_ptr<AppState> state = MenuSnapshot::sampleState(services, std::nullopt);
     MenuContent content = menuContent(state, MenuEnvironment{.loginItem = nullptr,

@@ -533,7 +533,7 @@ std::optional<std::vector<std::uint8_t>> CairoCanvas::pngData() {
 // --- CairoSnapshotPlatform ----------------------------------------------------------
 
 std::string CairoSnapshotPlatform::localized(const LocalizedText& text, std::string_view) {
-    return text.untranslated();
+    return localizer_.localized(text);
 }
 
 std::unique_ptr<BitmapCanvas> CairoSnapshotPlatform::makeBitmap(int pixelWidth, int pixelHeight, double scale,

@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "TestSupport/BundleStrings.h"
+
 namespace testsupport {
 
 using Kind = DrawOperation::Kind;
@@ -173,7 +175,7 @@ orvik::Size FixedTextMeasurer::popUpSize(const std::vector<std::string>& titles,
 
 std::string RecordingSnapshotPlatform::localized(const orvik::LocalizedText& text, std::string_view language) {
     languagesAsked.emplace_back(language);
-    return text.untranslated();
+    return bundleLocalizer(language).localized(text);
 }
 
 namespace {
@@ -212,8 +214,11 @@ Rendering render(orvik::View view, orvik::ProposedSize proposal, orvik::Appearan
     Rendering rendering;
     rendering.view = std::make_unique<orvik::View>(std::move(view));
     FixedTextMeasurer measurer;
-    rendering.root = orvik::layout(*rendering.view, proposal,
-                                   orvik::LayoutContext{.measurer = measurer, .localize = {}, .direction = direction});
+    rendering.root = orvik::layout(
+        *rendering.view, proposal,
+        orvik::LayoutContext{.measurer = measurer,
+                             .localize = [](const orvik::LocalizedText& text) { return bundleLocalizer("en").localized(text); },
+                             .direction = direction});
     orvik::paint(rendering.root, rendering.canvas, appearance);
     return rendering;
 }

@@ -23,6 +23,7 @@
 #include "OrvikKit/Canvas.h"
 #include "OrvikKit/Layout.h"
 #include "OrvikKit/Snapshot.h"
+#include "OrvikKit/StringsLocalizer.h"
 #include "OrvikKit/ViewImage.h"
 
 typedef struct _cairo cairo_t;
@@ -133,23 +134,23 @@ private:
     std::unique_ptr<State> state_;
 };
 
-// The snapshot platform of the Linux previews: Pango metrics, untranslated
-// texts, Cairo bitmaps. The language the pictures are named after and laid
-// out for is the first of `preferredLocalizations` (English when empty).
+// The snapshot platform of the Linux previews: Pango metrics, texts from the
+// bundle's own strings tables through `localizer`, Cairo bitmaps. The
+// localiser's language is the one preferred localisation, which the pictures
+// are named after and laid out for. The localiser must outlive the platform.
 class CairoSnapshotPlatform final : public SnapshotPlatform {
 public:
-    explicit CairoSnapshotPlatform(std::vector<std::string> preferredLocalizations = {})
-        : preferredLocalizations_(std::move(preferredLocalizations)) {}
+    explicit CairoSnapshotPlatform(const StringsLocalizer& localizer) : localizer_(localizer) {}
 
     TextMeasurer& textMeasurer() override { return measurer_; }
     std::string localized(const LocalizedText& text, std::string_view language) override;
-    std::vector<std::string> preferredLocalizations() override { return preferredLocalizations_; }
+    std::vector<std::string> preferredLocalizations() override { return {localizer_.language()}; }
     std::unique_ptr<BitmapCanvas> makeBitmap(int pixelWidth, int pixelHeight, double scale,
                                              Appearance appearance) override;
 
 private:
     PangoTextMeasurer measurer_;
-    std::vector<std::string> preferredLocalizations_;
+    const StringsLocalizer& localizer_;
 };
 
 }  // namespace orvik::cairo

@@ -110,8 +110,9 @@ private:
     double height_{};
 };
 
-// The snapshot platform of the tests: fixed metrics, untranslated texts, the
-// given localisations, recording canvases (kept for inspection).
+// The snapshot platform of the tests: fixed metrics, texts from the bundle's
+// own strings tables in the language asked for (BundleStrings.h), the given
+// localisations, recording canvases (kept for inspection).
 class RecordingSnapshotPlatform : public orvik::SnapshotPlatform {
 public:
     orvik::TextMeasurer& textMeasurer() override { return measurer; }
@@ -159,6 +160,8 @@ struct Rendering {
     }
 };
 
+// Lays `view` out with the fixed metrics and the English texts of the
+// bundle's tables, and paints it into a recording canvas.
 Rendering render(orvik::View view, orvik::ProposedSize proposal = {},
                  orvik::Appearance appearance = orvik::Appearance::light,
                  orvik::LayoutDirection direction = orvik::LayoutDirection::leftToRight);
