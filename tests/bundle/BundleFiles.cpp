@@ -6,6 +6,8 @@
 #include <sstream>
 #include <utility>
 
+#include "OrvikKitCore/Utf8.h"
+
 namespace bundlefiles {
 
 namespace {
@@ -33,27 +35,6 @@ std::optional<std::uint32_t> hexNumber(std::string_view text, std::size_t index,
         value = value * 16 + *digit;
     }
     return value;
-}
-
-bool appendUtf8(std::string& out, std::uint32_t codePoint) {
-    if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) return false;
-    const auto byte = [](std::uint32_t bits) { return static_cast<char>(static_cast<unsigned char>(bits)); };
-    if (codePoint < 0x80) {
-        out += byte(codePoint);
-    } else if (codePoint < 0x800) {
-        out += byte(0xC0 | (codePoint >> 6));
-        out += byte(0x80 | (codePoint & 0x3F));
-    } else if (codePoint < 0x10000) {
-        out += byte(0xE0 | (codePoint >> 12));
-        out += byte(0x80 | ((codePoint >> 6) & 0x3F));
-        out += byte(0x80 | (codePoint & 0x3F));
-    } else {
-        out += byte(0xF0 | (codePoint >> 18));
-        out += byte(0x80 | ((codePoint >> 12) & 0x3F));
-        out += byte(0x80 | ((codePoint >> 6) & 0x3F));
-        out += byte(0x80 | (codePoint & 0x3F));
-    }
-    return true;
 }
 
 // The text of a C++ string literal's body (between its quotes), its escapes
@@ -84,7 +65,7 @@ std::optional<std::string> decodeCppEscapes(std::string_view body) {
         case 'U': {
             const std::size_t digits = escape == 'u' ? 4 : 8;
             const std::optional<std::uint32_t> codePoint = hexNumber(body, index + 1, digits);
-            if (!codePoint || !appendUtf8(text, *codePoint)) return std::nullopt;
+            if (!codePoint || !orvik::appendUtf8(text, *codePoint)) return std::nullopt;
             index += digits;
             break;
         }
