@@ -16,6 +16,7 @@
 #include "OrvikKit/Layout.h"
 #include "OrvikKit/ViewTree.h"
 #include "TestSupport/FrameExpectations.h"
+#include "TestSupport/SampleViews.h"
 #include "TestSupport/RecordingCanvas.h"
 
 namespace orvik {
@@ -24,6 +25,8 @@ namespace {
 using testsupport::DrawOperation;
 using testsupport::expectFrame;
 using testsupport::render;
+using testsupport::box;
+using testsupport::views;
 using Kind = DrawOperation::Kind;
 
 constexpr LayoutDirection ltr = LayoutDirection::leftToRight;
@@ -32,17 +35,6 @@ constexpr LayoutDirection rtl = LayoutDirection::rightToLeft;
 // "Shalom" in Hebrew and "marhaban" in Arabic, for the direction checks.
 const std::string hebrewWord = "\u05E9\u05DC\u05D5\u05DD";
 const std::string arabicWord = "\u0645\u0631\u062D\u0628\u0627";
-
-View box(double width, double height, Color color = Color::black()) {
-    return shape(Shape::rectangle(), Fill::solid(color)).frame(width, height);
-}
-
-std::vector<View> views(View first, View second) {
-    std::vector<View> list;
-    list.push_back(std::move(first));
-    list.push_back(std::move(second));
-    return list;
-}
 
 TEST(LayoutDirectionTest, ArabicHebrewPersianAndUrduRunFromTheRightOtherLanguagesFromTheLeft) {
     for (const char* language : {"ar", "he", "fa", "ur", "he-IL", "ar_SA", "AR", "iw", "yi", "ps", "ckb", "ug"}) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "TestSupport/FrameExpectations.h"
+#include "TestSupport/SampleViews.h"
 #include "TestSupport/RecordingCanvas.h"
 #include "TestSupport/SnapshotFlag.h"
 
@@ -16,13 +17,12 @@ namespace orvik {
 namespace {
 
 using testsupport::DrawOperation;
+using testsupport::box;
 using testsupport::render;
 using testsupport::resolved;
 using testsupport::ScopedSnapshotFlag;
 using Kind = DrawOperation::Kind;
 using testsupport::expectFrame;
-
-View box(double width, double height) { return shape(Shape::rectangle(), Fill::solid(Color::black())).frame(width, height); }
 
 Paint automaticGradientOf(const Color& color, Rect frame) {
     const GradientEnds ends = automaticGradientEnds(resolved(color));

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "TestSupport/FrameExpectations.h"
+#include "TestSupport/SampleViews.h"
 #include "TestSupport/RecordingCanvas.h"
 #include "TestSupport/SnapshotFlag.h"
 
@@ -20,20 +21,11 @@ namespace {
 using testsupport::DrawOperation;
 using testsupport::FakeViewImage;
 using testsupport::render;
+using testsupport::box;
+using testsupport::views;
 using testsupport::resolved;
 using Kind = DrawOperation::Kind;
 using testsupport::expectFrame;
-
-View box(double width, double height, Color color = Color::black()) {
-    return shape(Shape::rectangle(), Fill::solid(color)).frame(width, height);
-}
-
-std::vector<View> views(View first, View second) {
-    std::vector<View> list;
-    list.push_back(std::move(first));
-    list.push_back(std::move(second));
-    return list;
-}
 
 TEST(StackLayoutTest, AVerticalStackPlacesItsChildrenBelowEachOtherWithItsSpacing) {
     const auto leading = render(vStack(HorizontalAlignment::leading, 5, views(box(50, 10), box(30, 20))));
