@@ -415,6 +415,37 @@ private:
 
 }  // namespace
 
+namespace {
+
+// Frames are sums of measured lengths; a hair's difference is rounding.
+constexpr double frameTolerance = 0.01;
+
+bool inside(const Rect& inner, const Rect& outer) {
+    return inner.x >= outer.x - frameTolerance && inner.y >= outer.y - frameTolerance &&
+           inner.maxX() <= outer.maxX() + frameTolerance && inner.maxY() <= outer.maxY() + frameTolerance;
+}
+
+void collectCutTexts(const LayoutNode& node, std::vector<const Rect*>& ancestors,
+                     std::vector<const LayoutNode*>& into) {
+    if (std::holds_alternative<TextNode>(node.view->node)) {
+        const bool overflows = std::any_of(ancestors.begin(), ancestors.end(),
+                                           [&node](const Rect* frame) { return !inside(node.frame, *frame); });
+        if (node.truncated || overflows) into.push_back(&node);
+    }
+    ancestors.push_back(&node.frame);
+    for (const LayoutNode& child : node.children) collectCutTexts(child, ancestors, into);
+    ancestors.pop_back();
+}
+
+}  // namespace
+
+std::vector<const LayoutNode*> cutTexts(const LayoutNode& root) {
+    std::vector<const LayoutNode*> cut;
+    std::vector<const Rect*> ancestors;
+    collectCutTexts(root, ancestors, cut);
+    return cut;
+}
+
 LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context) {
     Layouter layouter(context);
     return layouter.place(view, proposal, Environment{&AppBrand::kitDefault(), context.direction}, Axis::vertical);

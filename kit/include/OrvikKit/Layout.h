@@ -126,6 +126,12 @@ struct LayoutNode {
 // The root brand is the kit default; the root direction is the context's.
 LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context);
 
+// The texts under `root` that do not show whole: a one-line text cut with an
+// ellipsis, and any text whose frame reaches outside the frame of one of
+// its ancestors (a wrapped text taller than a fixed frame, or a row pushed
+// past the edge of its card or of the window). In tree order.
+std::vector<const LayoutNode*> cutTexts(const LayoutNode& root);
+
 // The innermost node of `kind` (a node payload type) under `point`, if any;
 // for the host's hit-testing of buttons and hover areas.
 template <class Kind>
