@@ -283,6 +283,7 @@ private:
         if (proposed.width && natural.width > *proposed.width) {
             setSize(node, context_.measurer.textSize(node.text, text.font, *proposed.width, text.lineLimit));
             node.truncated = text.lineLimit == 1;
+            node.wrapped = text.lineLimit != 1;
         } else {
             setSize(node, natural);
         }
@@ -420,16 +421,20 @@ namespace {
 // Frames are sums of measured lengths; a hair's difference is rounding.
 constexpr double frameTolerance = 0.01;
 
-bool inside(const Rect& inner, const Rect& outer) {
-    return inner.x >= outer.x - frameTolerance && inner.y >= outer.y - frameTolerance &&
-           inner.maxX() <= outer.maxX() + frameTolerance && inner.maxY() <= outer.maxY() + frameTolerance;
+bool insideHorizontally(const Rect& inner, const Rect& outer) {
+    return inner.x >= outer.x - frameTolerance && inner.maxX() <= outer.maxX() + frameTolerance;
+}
+
+bool insideVertically(const Rect& inner, const Rect& outer) {
+    return inner.y >= outer.y - frameTolerance && inner.maxY() <= outer.maxY() + frameTolerance;
 }
 
 void collectCutTexts(const LayoutNode& node, std::vector<const Rect*>& ancestors,
                      std::vector<const LayoutNode*>& into) {
     if (std::holds_alternative<TextNode>(node.view->node)) {
-        const bool overflows = std::any_of(ancestors.begin(), ancestors.end(),
-                                           [&node](const Rect* frame) { return !inside(node.frame, *frame); });
+        const bool overflows = std::any_of(ancestors.begin(), ancestors.end(), [&node](const Rect* frame) {
+            return !insideHorizontally(node.frame, *frame) || (node.wrapped && !insideVertically(node.frame, *frame));
+        });
         if (node.truncated || overflows) into.push_back(&node);
     }
     ancestors.push_back(&node.frame);

@@ -97,6 +97,7 @@ TEST(TextLayoutTest, AWrappingTextBreaksBetweenWordsAndGrowsInHeight) {
     const auto rendering = render(verbatim("aaaa bbbb cccc dddd", Font{10}), {50, std::nullopt});
     expectFrame(rendering.root.frame, {0, 0, 45, 25});
     EXPECT_FALSE(rendering.root.truncated);
+    EXPECT_TRUE(rendering.root.wrapped);
     EXPECT_EQ(rendering.canvas.ofKind(Kind::text)[0].lineLimit, std::nullopt);
 }
 
@@ -120,11 +121,19 @@ TEST(CutTextsTest, NameAWrappedTextTallerThanItsFixedFrame) {
     // Two lines of 12.5 points in a frame 20 points high.
     const auto rendering = render(verbatim("aaaa bbbb cccc dddd", Font{10}).frame(50, 20));
     EXPECT_FALSE(rendering.root.children.front().truncated);
+    EXPECT_TRUE(rendering.root.children.front().wrapped);
     const std::vector<const LayoutNode*> cut = cutTexts(rendering.root);
     ASSERT_EQ(cut.size(), 1u);
     EXPECT_EQ(cut[0]->text, "aaaa bbbb cccc dddd");
 
     EXPECT_TRUE(cutTexts(render(verbatim("aaaa bbbb cccc dddd", Font{10}).frame(50, 25)).root).empty());
+}
+
+TEST(CutTextsTest, LeaveATextOnOneLineInAFrameLowerThanItsLineSpacing) {
+    // One line of 12.5 points in a frame 10 points high.
+    const auto rendering = render(verbatim("aaaa", Font{10}).frame(50, 10));
+    EXPECT_FALSE(rendering.root.children.front().wrapped);
+    EXPECT_TRUE(cutTexts(rendering.root).empty());
 }
 
 TEST(CutTextsTest, NameATextPushedPastTheEdgeOfAFixedFrame) {
