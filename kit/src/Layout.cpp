@@ -283,6 +283,7 @@ private:
         if (proposed.width && natural.width > *proposed.width) {
             setSize(node, context_.measurer.textSize(node.text, text.font, *proposed.width, text.lineLimit));
             node.truncated = text.lineLimit == 1;
+            node.wrapped = text.lineLimit != 1;
         } else {
             setSize(node, natural);
         }
@@ -414,6 +415,41 @@ private:
 };
 
 }  // namespace
+
+namespace {
+
+// Frames are sums of measured lengths; a hair's difference is rounding.
+constexpr double frameTolerance = 0.01;
+
+bool insideHorizontally(const Rect& inner, const Rect& outer) {
+    return inner.x >= outer.x - frameTolerance && inner.maxX() <= outer.maxX() + frameTolerance;
+}
+
+bool insideVertically(const Rect& inner, const Rect& outer) {
+    return inner.y >= outer.y - frameTolerance && inner.maxY() <= outer.maxY() + frameTolerance;
+}
+
+void collectCutTexts(const LayoutNode& node, std::vector<const Rect*>& ancestors,
+                     std::vector<const LayoutNode*>& into) {
+    if (std::holds_alternative<TextNode>(node.view->node)) {
+        const bool overflows = std::any_of(ancestors.begin(), ancestors.end(), [&node](const Rect* frame) {
+            return !insideHorizontally(node.frame, *frame) || (node.wrapped && !insideVertically(node.frame, *frame));
+        });
+        if (node.truncated || overflows) into.push_back(&node);
+    }
+    ancestors.push_back(&node.frame);
+    for (const LayoutNode& child : node.children) collectCutTexts(child, ancestors, into);
+    ancestors.pop_back();
+}
+
+}  // namespace
+
+std::vector<const LayoutNode*> cutTexts(const LayoutNode& root) {
+    std::vector<const LayoutNode*> cut;
+    std::vector<const Rect*> ancestors;
+    collectCutTexts(root, ancestors, cut);
+    return cut;
+}
 
 LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context) {
     Layouter layouter(context);

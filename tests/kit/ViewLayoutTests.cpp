@@ -89,12 +89,57 @@ TEST(TextLayoutTest, AWrappingTextBreaksBetweenWordsAndGrowsInHeight) {
     const auto rendering = render(verbatim("aaaa bbbb cccc dddd", Font{10}), {50, std::nullopt});
     expectFrame(rendering.root.frame, {0, 0, 45, 25});
     EXPECT_FALSE(rendering.root.truncated);
+    EXPECT_TRUE(rendering.root.wrapped);
     EXPECT_EQ(rendering.canvas.ofKind(Kind::text)[0].lineLimit, std::nullopt);
 }
 
 TEST(TextLayoutTest, ATextWithoutAProposedWidthTakesItsNaturalWidth) {
     const auto rendering = render(verbatim("abc", Font{12}));
     expectFrame(rendering.root.frame, {0, 0, 18, 15});
+}
+
+TEST(CutTextsTest, NameAOneLineTextCutWithAnEllipsisAndNoTextThatFits) {
+    std::vector<View> lines;
+    lines.push_back(verbatim("fits", Font{10}, std::nullopt, 1));
+    lines.push_back(verbatim(std::string(40, 'a'), Font{10}, std::nullopt, 1));
+    lines.push_back(verbatim("aaaa bbbb cccc dddd", Font{10}));
+    const auto rendering = render(vStack(HorizontalAlignment::leading, 0, std::move(lines)), {100, std::nullopt});
+    const std::vector<const LayoutNode*> cut = cutTexts(rendering.root);
+    ASSERT_EQ(cut.size(), 1u);
+    EXPECT_EQ(cut[0]->text, std::string(40, 'a'));
+}
+
+TEST(CutTextsTest, NameAWrappedTextTallerThanItsFixedFrame) {
+    // Two lines of 12.5 points in a frame 20 points high.
+    const auto rendering = render(verbatim("aaaa bbbb cccc dddd", Font{10}).frame(50, 20));
+    EXPECT_FALSE(rendering.root.children.front().truncated);
+    EXPECT_TRUE(rendering.root.children.front().wrapped);
+    const std::vector<const LayoutNode*> cut = cutTexts(rendering.root);
+    ASSERT_EQ(cut.size(), 1u);
+    EXPECT_EQ(cut[0]->text, "aaaa bbbb cccc dddd");
+
+    EXPECT_TRUE(cutTexts(render(verbatim("aaaa bbbb cccc dddd", Font{10}).frame(50, 25)).root).empty());
+}
+
+TEST(CutTextsTest, LeaveATextOnOneLineInAFrameLowerThanItsLineSpacing) {
+    // One line of 12.5 points in a frame 10 points high.
+    const auto rendering = render(verbatim("aaaa", Font{10}).frame(50, 10));
+    EXPECT_FALSE(rendering.root.children.front().wrapped);
+    EXPECT_TRUE(cutTexts(rendering.root).empty());
+}
+
+TEST(CutTextsTest, NameATextPushedPastTheEdgeOfAFixedFrame) {
+    // A rigid box wider than the frame pushes the text beside it out; a
+    // narrower one leaves it room.
+    const auto pushed = render(hStack(VerticalAlignment::center, 0, views(box(120, 10), verbatim("ab", Font{10})))
+                                   .frame(100, 20));
+    const std::vector<const LayoutNode*> cut = cutTexts(pushed.root);
+    ASSERT_EQ(cut.size(), 1u);
+    EXPECT_EQ(cut[0]->text, "ab");
+
+    const auto beside = render(hStack(VerticalAlignment::center, 0, views(box(80, 10), verbatim("ab", Font{10})))
+                                   .frame(100, 20));
+    EXPECT_TRUE(cutTexts(beside.root).empty());
 }
 
 TEST(TextLayoutTest, LocalisedTextsAreLookedUpOrShownUntranslated) {

@@ -26,6 +26,32 @@
 namespace orvik::cairo {
 namespace {
 
+TEST(PreviewFontsTest, EveryFamilyThePreviewsDrawWithIsInstalled) {
+    const std::vector<std::string> missing = missingFontFamilies();
+    std::string names;
+    for (const std::string& family : missing) names += " \"" + family + "\"";
+    EXPECT_TRUE(missing.empty()) << "missing fonts:" << names
+                                 << "; scripts/install-linux-deps test installs them (Debian's fonts-inter, "
+                                    "fonts-noto-core, fonts-noto-cjk, fonts-material-design-icons-iconfont)";
+}
+
+TEST(PreviewFontsTest, InterComesFirstThenTheOtherScriptsWithTheLanguagesOwnHanFormsBeforeTheOthers) {
+    const std::vector<std::string> japanese = textFamilies("ja");
+    ASSERT_EQ(japanese.size(), 7u);
+    EXPECT_EQ(japanese[0], "Inter");
+    EXPECT_EQ(japanese[1], "Noto Sans Arabic");
+    EXPECT_EQ(japanese[2], "Noto Sans Hebrew");
+    EXPECT_EQ(japanese[3], "Noto Sans CJK JP");
+    EXPECT_EQ(textFamilies("ko")[3], "Noto Sans CJK KR");
+    EXPECT_EQ(textFamilies("zh-Hant")[3], "Noto Sans CJK TC");
+    EXPECT_EQ(textFamilies("zh-Hant-HK")[3], "Noto Sans CJK TC");
+    EXPECT_EQ(textFamilies("zh-Hans")[3], "Noto Sans CJK SC");
+    EXPECT_EQ(textFamilies("en")[3], "Noto Sans CJK SC");
+    // Every face once.
+    const std::vector<std::string> english = textFamilies("en");
+    EXPECT_EQ(std::set<std::string>(english.begin(), english.end()).size(), english.size());
+}
+
 TEST(CairoCanvasTest, EverySymbolOfTheMenuHasAStandInGlyph) {
     const std::set<std::string> menuSymbols{
         "playpause.fill", "square.grid.2x2", "backward.fill", "forward.fill", "play.fill", "pause.fill",

@@ -119,12 +119,22 @@ struct LayoutNode {
     std::string text{};                  // a text's string as shown
     std::vector<std::string> options{};  // a pop-up's entries as shown
     bool truncated = false;  // a one-line text cut with an ellipsis
+    bool wrapped = false;    // a text of several lines, wrapped at the proposed width
     LayoutDirection direction = LayoutDirection::leftToRight;  // the environment's at this node
 };
 
 // Lays `view` out for `proposal` with its top left corner at the origin.
 // The root brand is the kit default; the root direction is the context's.
 LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context);
+
+// The texts under `root` that do not show whole, in tree order: a one-line
+// text cut with an ellipsis; a text that reaches sideways outside the frame
+// of one of its ancestors (pushed past the edge of its card or of the
+// window); and a wrapped text taller than an ancestor's frame (more lines
+// than a fixed height holds). A text on one line is not cut for being
+// taller than a fixed frame: its height is the font's line spacing, which
+// a fallback font for another script may make taller than the line itself.
+std::vector<const LayoutNode*> cutTexts(const LayoutNode& root);
 
 // The innermost node of `kind` (a node payload type) under `point`, if any;
 // for the host's hit-testing of buttons and hover areas.

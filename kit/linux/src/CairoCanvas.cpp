@@ -14,7 +14,22 @@ namespace orvik::cairo {
 
 namespace {
 
-constexpr const char* textFamily = "Inter";
+// Inter stands in for the system font; the scripts it lacks come from
+// Debian's Noto fonts, as the system font's own fallbacks supply them on a
+// Mac. The Chinese, Japanese and Korean faces draw the same characters in
+// each language's own forms, so the language picks one.
+constexpr std::string_view textFamily = "Inter";
+constexpr std::string_view scriptFamilies[] = {"Noto Sans Arabic", "Noto Sans Hebrew"};
+struct HanFamily {
+    std::string_view language;
+    std::string_view family;
+};
+constexpr HanFamily hanFamilies[] = {
+    {"ja", "Noto Sans CJK JP"},
+    {"ko", "Noto Sans CJK KR"},
+    {"zh-Hant", "Noto Sans CJK TC"},
+    {"zh-Hans", "Noto Sans CJK SC"},
+};
 constexpr const char* symbolFamily = "Material Icons";
 // Material icons leave more room inside their em square than SF Symbols do
 // at the same point size; drawn a little larger they look about as big.
@@ -92,9 +107,9 @@ void prepare(PangoLayout* layout) {
     pango_layout_context_changed(layout);
 }
 
-void setFont(PangoLayout* layout, const char* family, double size, FontWeight weight) {
+void setFont(PangoLayout* layout, const std::string& family, double size, FontWeight weight) {
     PangoFontDescription* description = pango_font_description_new();
-    pango_font_description_set_family(description, family);
+    pango_font_description_set_family(description, family.c_str());
     pango_font_description_set_weight(description, pangoWeight(weight));
     pango_font_description_set_absolute_size(description, size * PANGO_SCALE);
     pango_layout_set_font_description(layout, description);
@@ -106,13 +121,29 @@ struct LayoutDeleter {
 };
 using LayoutPointer = std::unique_ptr<PangoLayout, LayoutDeleter>;
 
+// The fonts and language texts are laid out in.
+struct TextFonts {
+    std::string families;
+    PangoLanguage* language;
+
+    explicit TextFonts(std::string_view languageCode) : language(pango_language_from_string(std::string(languageCode).c_str())) {
+        for (const std::string& family : textFamilies(languageCode)) {
+            if (!families.empty()) families += ',';
+            families += family;
+        }
+    }
+};
+
 // A text laid out as the views ask: natural, one line cut with an ellipsis at
 // `width`, or wrapped at `width`.
-LayoutPointer textLayout(cairo_t* cr, std::string_view text, const Font& font, std::optional<double> width,
-                         std::optional<int> lineLimit) {
+// `families` is a Pango family list ("Inter,Noto Sans Arabic,…"), `language`
+// the text's language, which picks among the fonts' language forms.
+LayoutPointer textLayout(cairo_t* cr, const TextFonts& fonts, std::string_view text, const Font& font,
+                         std::optional<double> width, std::optional<int> lineLimit) {
     LayoutPointer layout(pango_cairo_create_layout(cr));
+    pango_context_set_language(pango_layout_get_context(layout.get()), fonts.language);
     prepare(layout.get());
-    setFont(layout.get(), textFamily, font.size, font.weight);
+    setFont(layout.get(), fonts.families, font.size, font.weight);
     pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
     if (width) {
         pango_layout_set_width(layout.get(), pangoUnits(*width));
@@ -214,6 +245,40 @@ void blurAlpha(std::vector<std::uint8_t>& alpha, int width, int height, double s
 
 }  // namespace
 
+std::vector<std::string> textFamilies(std::string_view language) {
+    std::vector<std::string> families{std::string(textFamily)};
+    for (std::string_view family : scriptFamilies) families.emplace_back(family);
+    // The language's own Han forms first; Simplified Chinese for the rest.
+    std::string_view han = hanFamilies[3].family;
+    for (const HanFamily& entry : hanFamilies) {
+        if (language == entry.language || language.starts_with(std::string(entry.language) + "-")) han = entry.family;
+    }
+    families.emplace_back(han);
+    for (const HanFamily& entry : hanFamilies) {
+        if (entry.family != han) families.emplace_back(entry.family);
+    }
+    return families;
+}
+
+std::vector<std::string> missingFontFamilies() {
+    std::vector<std::string> wanted{std::string(textFamily), std::string(symbolFamily)};
+    for (std::string_view family : scriptFamilies) wanted.emplace_back(family);
+    for (const HanFamily& entry : hanFamilies) wanted.emplace_back(entry.family);
+    PangoFontFamily** families = nullptr;
+    int count = 0;
+    pango_font_map_list_families(pango_cairo_font_map_get_default(), &families, &count);
+    std::vector<std::string> missing;
+    for (const std::string& name : wanted) {
+        bool found = false;
+        for (int index = 0; index < count && !found; ++index) {
+            found = g_ascii_strcasecmp(pango_font_family_get_name(families[index]), name.c_str()) == 0;
+        }
+        if (!found) missing.push_back(name);
+    }
+    g_free(families);
+    return missing;
+}
+
 std::optional<char32_t> symbolCodePoint(std::string_view name) {
     for (const SymbolGlyph& glyph : symbolGlyphs) {
         if (glyph.name == name) return glyph.codePoint;
@@ -271,6 +336,11 @@ CairoImage::~CairoImage() { cairo_surface_destroy(surface_); }
 // --- PangoTextMeasurer --------------------------------------------------------------
 
 struct PangoTextMeasurer::Context {
+    explicit Context(std::string_view language) : fonts(language) {}
+    Context(const Context&) = delete;
+    Context& operator=(const Context&) = delete;
+
+    TextFonts fonts;
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 1, 1);
     cairo_t* cr = cairo_create(surface);
     ~Context() {
@@ -279,12 +349,13 @@ struct PangoTextMeasurer::Context {
     }
 };
 
-PangoTextMeasurer::PangoTextMeasurer() : context_(std::make_unique<Context>()) {}
+PangoTextMeasurer::PangoTextMeasurer(std::string_view language)
+    : context_(std::make_unique<Context>(language)) {}
 PangoTextMeasurer::~PangoTextMeasurer() = default;
 
 Size PangoTextMeasurer::textSize(std::string_view text, const Font& font, std::optional<double> width,
                                  std::optional<int> lineLimit) {
-    const LayoutPointer layout = textLayout(context_->cr, text, font, width, lineLimit);
+    const LayoutPointer layout = textLayout(context_->cr, context_->fonts, text, font, width, lineLimit);
     Size size = logicalSize(layout.get());
     if (width) size.width = std::min(size.width, *width);
     return size;
@@ -313,16 +384,19 @@ Size PangoTextMeasurer::popUpSize(const std::vector<std::string>& titles, std::s
 // --- CairoCanvas --------------------------------------------------------------------
 
 struct CairoCanvas::State {
+    explicit State(TextFonts textFonts) : fonts(std::move(textFonts)) {}
+
     struct ShadowLayer {
         ResolvedShadow shadow;
         cairo_surface_t* surface;
         cairo_t* cr;
     };
 
-    int pixelWidth;
-    int pixelHeight;
-    double scale;
-    cairo_surface_t* surface;
+    TextFonts fonts;
+    int pixelWidth = 0;
+    int pixelHeight = 0;
+    double scale = 1;
+    cairo_surface_t* surface = nullptr;
     std::vector<cairo_t*> contexts;  // the bitmap's, then one per open shadow group
     std::vector<ShadowLayer> shadows;
     std::vector<double> opacities;  // of the open opacity groups
@@ -330,7 +404,8 @@ struct CairoCanvas::State {
     cairo_t* cr() const { return contexts.back(); }
 };
 
-CairoCanvas::CairoCanvas(int pixelWidth, int pixelHeight, double scale) : state_(std::make_unique<State>()) {
+CairoCanvas::CairoCanvas(int pixelWidth, int pixelHeight, double scale, std::string_view language)
+    : state_(std::make_unique<State>(TextFonts(language))) {
     state_->pixelWidth = pixelWidth;
     state_->pixelHeight = pixelHeight;
     state_->scale = scale;
@@ -370,13 +445,13 @@ void CairoCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
     cairo_t* cr = state_->cr();
     // Lay out at the frame's width only where the text needs it, with a
     // little slack so that rounding never breaks a line the measurer kept.
-    const LayoutPointer natural = textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit);
+    const LayoutPointer natural = textLayout(cr, state_->fonts, run.text, run.font, std::nullopt, run.lineLimit);
     setBaseDirection(natural.get(), run.direction);
     const double naturalWidth = logicalSize(natural.get()).width;
     const bool fits = naturalWidth <= frame.width + 0.01;
     const double laidOutWidth = fits ? naturalWidth : frame.width + (run.lineLimit == 1 ? 0.0 : 0.5);
-    const LayoutPointer layout = fits ? textLayout(cr, run.text, run.font, std::nullopt, run.lineLimit)
-                                      : textLayout(cr, run.text, run.font, laidOutWidth, run.lineLimit);
+    const LayoutPointer layout = fits ? textLayout(cr, state_->fonts, run.text, run.font, std::nullopt, run.lineLimit)
+                                      : textLayout(cr, state_->fonts, run.text, run.font, laidOutWidth, run.lineLimit);
     setBaseDirection(layout.get(), run.direction);
     // Right to left, the lines end at the frame's right edge.
     const double x =
@@ -397,7 +472,7 @@ void CairoCanvas::drawSymbol(std::string_view name, const Font& font, Rect frame
     const std::string glyph = utf8(*codePoint);
     LayoutPointer layout(pango_cairo_create_layout(cr));
     prepare(layout.get());
-    setFont(layout.get(), symbolFamily, font.size * symbolEnlargement, FontWeight::regular);
+    setFont(layout.get(), std::string(symbolFamily), font.size * symbolEnlargement, FontWeight::regular);
     pango_layout_set_text(layout.get(), glyph.data(), static_cast<int>(glyph.size()));
     PangoRectangle ink;
     pango_layout_get_extents(layout.get(), &ink, nullptr);
@@ -538,7 +613,7 @@ std::string CairoSnapshotPlatform::localized(const LocalizedText& text, std::str
 
 std::unique_ptr<BitmapCanvas> CairoSnapshotPlatform::makeBitmap(int pixelWidth, int pixelHeight, double scale,
                                                                 Appearance) {
-    return std::make_unique<CairoCanvas>(pixelWidth, pixelHeight, scale);
+    return std::make_unique<CairoCanvas>(pixelWidth, pixelHeight, scale, localizer_.language());
 }
 
 }  // namespace orvik::cairo

@@ -36,6 +36,17 @@ namespace orvik::cairo {
 // or nothing for a name without one.
 std::optional<char32_t> symbolCodePoint(std::string_view name);
 
+// The font families texts in `language` are drawn in, in the order Pango
+// tries them for each character: Inter, then Noto for Arabic and Hebrew,
+// then Noto's Chinese, Japanese and Korean faces, the language's own first
+// (its forms of the characters those languages share).
+std::vector<std::string> textFamilies(std::string_view language);
+
+// The font families the previews draw with (every language's, and the
+// symbol font) that this machine lacks; Pango would draw their texts in
+// another font or as empty boxes.
+std::vector<std::string> missingFontFamilies();
+
 // Colours on the 8-bit grid of an ARGB32 bitmap.
 //
 // Cairo keeps a source colour as doubles and hands its rasteriser
@@ -91,7 +102,8 @@ private:
 
 class PangoTextMeasurer final : public TextMeasurer {
 public:
-    PangoTextMeasurer();
+    // Measures texts of `language` (a localisation name such as "ja").
+    explicit PangoTextMeasurer(std::string_view language = "en");
     ~PangoTextMeasurer() override;
     PangoTextMeasurer(const PangoTextMeasurer&) = delete;
     PangoTextMeasurer& operator=(const PangoTextMeasurer&) = delete;
@@ -110,7 +122,8 @@ private:
 // A canvas over an ARGB bitmap that encodes PNG.
 class CairoCanvas final : public BitmapCanvas {
 public:
-    CairoCanvas(int pixelWidth, int pixelHeight, double scale);
+    // Draws texts of `language` (a localisation name such as "ja").
+    CairoCanvas(int pixelWidth, int pixelHeight, double scale, std::string_view language = "en");
     ~CairoCanvas() override;
     CairoCanvas(const CairoCanvas&) = delete;
     CairoCanvas& operator=(const CairoCanvas&) = delete;
@@ -140,7 +153,8 @@ private:
 // are named after and laid out for. The localiser must outlive the platform.
 class CairoSnapshotPlatform final : public SnapshotPlatform {
 public:
-    explicit CairoSnapshotPlatform(const StringsLocalizer& localizer) : localizer_(localizer) {}
+    explicit CairoSnapshotPlatform(const StringsLocalizer& localizer)
+        : measurer_(localizer.language()), localizer_(localizer) {}
 
     TextMeasurer& textMeasurer() override { return measurer_; }
     std::string localized(const LocalizedText& text, std::string_view language) override;
