@@ -38,37 +38,6 @@ TableError errorAt(std::string_view text, std::size_t offset, std::string proble
     return TableError{line, column, std::move(problem)};
 }
 
-// The length of the well-formed UTF-8 sequence at `index`, or 0.
-std::size_t utf8SequenceLength(std::string_view text, std::size_t index) {
-    const auto lead = static_cast<unsigned char>(text[index]);
-    std::size_t length = 0;
-    std::uint32_t codePoint = 0;
-    if (lead < 0x80) return 1;
-    if ((lead & 0xE0) == 0xC0) {
-        length = 2;
-        codePoint = lead & 0x1Fu;
-    } else if ((lead & 0xF0) == 0xE0) {
-        length = 3;
-        codePoint = lead & 0x0Fu;
-    } else if ((lead & 0xF8) == 0xF0) {
-        length = 4;
-        codePoint = lead & 0x07u;
-    } else {
-        return 0;
-    }
-    if (index + length > text.size()) return 0;
-    for (std::size_t offset = 1; offset < length; ++offset) {
-        const auto continuation = static_cast<unsigned char>(text[index + offset]);
-        if ((continuation & 0xC0) != 0x80) return 0;
-        codePoint = (codePoint << 6) | (continuation & 0x3Fu);
-    }
-    constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (codePoint < smallest[length] || codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) {
-        return 0;
-    }
-    return length;
-}
-
 std::optional<TableError> checkUtf8(std::string_view text) {
     std::size_t index = 0;
     while (index < text.size()) {

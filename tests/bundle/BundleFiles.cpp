@@ -394,42 +394,6 @@ SourceScan scanSource(std::string_view source, const std::string& fileName) {
 
 PlistParse parseFlatPlist(std::string_view xml) { return PlistReader(xml).parse(); }
 
-bool isValidUtf8(std::string_view text) {
-    std::size_t index = 0;
-    while (index < text.size()) {
-        const auto lead = static_cast<unsigned char>(text[index]);
-        std::size_t length = 0;
-        std::uint32_t codePoint = 0;
-        if (lead < 0x80) {
-            length = 1;
-            codePoint = lead;
-        } else if ((lead & 0xE0) == 0xC0) {
-            length = 2;
-            codePoint = lead & 0x1Fu;
-        } else if ((lead & 0xF0) == 0xE0) {
-            length = 3;
-            codePoint = lead & 0x0Fu;
-        } else if ((lead & 0xF8) == 0xF0) {
-            length = 4;
-            codePoint = lead & 0x07u;
-        } else {
-            return false;
-        }
-        if (index + length > text.size()) return false;
-        for (std::size_t offset = 1; offset < length; ++offset) {
-            const auto continuation = static_cast<unsigned char>(text[index + offset]);
-            if ((continuation & 0xC0) != 0x80) return false;
-            codePoint = (codePoint << 6) | (continuation & 0x3Fu);
-        }
-        const std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-        if (codePoint < smallest[length] || codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) {
-            return false;
-        }
-        index += length;
-    }
-    return true;
-}
-
 std::optional<std::string> readFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) return std::nullopt;

@@ -71,8 +71,6 @@ struct PlistParse {
 // arrays of strings (CFBundleLocalizations).
 PlistParse parseFlatPlist(std::string_view xml);
 
-bool isValidUtf8(std::string_view text);
-
 // The whole file, or nothing when it cannot be read.
 std::optional<std::string> readFile(const std::filesystem::path& path);
 

@@ -20,6 +20,7 @@
 
 #include "AppWorld.h"
 #include "BundleFiles.h"
+#include "OrvikKitCore/Utf8.h"
 #include "OrvikKit/LocalizedText.h"
 #include "OrvikKit/MenuChrome.h"
 #include "OrvikKit/MissingIcon.h"
@@ -60,7 +61,7 @@ LoadedTable load(Table table) {
         loaded.problems.push_back("cannot read " + tablePath(table).string());
         return loaded;
     }
-    if (!bundlefiles::isValidUtf8(*text)) loaded.problems.push_back("not valid UTF-8");
+    if (!orvik::isValidUtf8(*text)) loaded.problems.push_back("not valid UTF-8");
     const orvik::StringsTable parse = orvik::parseStringsTable(*text);
     if (parse.error) loaded.problems.push_back(parse.error->description());
     for (const orvik::StringsEntry& entry : parse.entries) {
@@ -333,12 +334,5 @@ TEST(SourceScan, ReadsObjectiveCAndRawLiteralsWithoutTakingThemForCalls) {
     EXPECT_TRUE(scan.computed.empty());
 }
 
-TEST(Utf8, AcceptsWellFormedTextOnly) {
-    EXPECT_TRUE(bundlefiles::isValidUtf8("Active \xC2\xB7 \xE2\x8F\xAE \xF0\x9F\x8E\xB5"));
-    EXPECT_FALSE(bundlefiles::isValidUtf8("\xC2"));
-    EXPECT_FALSE(bundlefiles::isValidUtf8("\xC0\xAF"));          // overlong
-    EXPECT_FALSE(bundlefiles::isValidUtf8("\xED\xA0\x80"));      // a surrogate
-    EXPECT_FALSE(bundlefiles::isValidUtf8("caf\xE9"));           // Latin-1
-}
 
 }  // namespace

@@ -39,5 +39,13 @@ TEST(Utf8, SurrogatesAndValuesBeyondUnicodeAppendNothing) {
     EXPECT_EQ(out, "x");
 }
 
+TEST(Utf8, AcceptsWellFormedTextOnly) {
+    EXPECT_TRUE(isValidUtf8("Active \xC2\xB7 \xE2\x8F\xAE \xF0\x9F\x8E\xB5"));
+    EXPECT_FALSE(isValidUtf8("\xC2"));
+    EXPECT_FALSE(isValidUtf8("\xC0\xAF"));          // overlong
+    EXPECT_FALSE(isValidUtf8("\xED\xA0\x80"));      // a surrogate
+    EXPECT_FALSE(isValidUtf8("caf\xE9"));           // Latin-1
+}
+
 }  // namespace
 }  // namespace orvik
