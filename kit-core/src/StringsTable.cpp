@@ -258,13 +258,19 @@ private:
 
 // --- XML property lists (the subset a strings dictionary uses) ----------------------
 
+// A node holds nodes of its own type, so it has a constructor rather than
+// default member initialisers: with those, Clang over libstdc++ asks whether
+// the still incomplete type is default-constructible and fails.
 struct XmlNode {
     enum class Kind { string, dictionary };
-    Kind kind = Kind::string;
+
+    XmlNode() : kind(Kind::string), offset(0) {}
+
+    Kind kind;
     std::string string;
     std::vector<std::pair<std::string, XmlNode>> entries;  // of a dictionary, in order
     std::vector<std::size_t> keyOffsets;                   // where each entry's <key> starts
-    std::size_t offset = 0;
+    std::size_t offset;
 };
 
 class XmlReader {
