@@ -19,7 +19,8 @@ NS_ASSUME_NONNULL_BEGIN
 @property (nullable, weak) id<NSApplicationDelegate> delegate;
 - (void)run;
 - (void)terminate:(nullable id)sender;
-- (void)activateIgnoringOtherApps:(BOOL)flag;
+- (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps API_DEPRECATED("This method will be deprecated in a future release. Use NSApp.activate instead.", macos(10.0, API_TO_BE_DEPRECATED));
+- (void)activate API_AVAILABLE(macos(14.0));
 @end
 
 @interface NSApplication (NSApplicationLayoutDirection)

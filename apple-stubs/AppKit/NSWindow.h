@@ -31,6 +31,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowOcclusionState) {
 @property (getter=isVisible, readonly) BOOL visible;
 - (void)makeKeyWindow;
 @property (readonly) NSWindowOcclusionState occlusionState API_AVAILABLE(macos(10.9));
+@property (readonly) CGFloat backingScaleFactor API_AVAILABLE(macos(10.7));
 @end
 
 NS_ASSUME_NONNULL_END

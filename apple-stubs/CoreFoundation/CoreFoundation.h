@@ -3,6 +3,7 @@
 
 #include <CoreFoundation/CFBase.h>
 #include <CoreFoundation/CFData.h>
+#include <CoreFoundation/CFString.h>
 #include <CoreFoundation/CFDictionary.h>
 #include <CoreFoundation/CFAttributedString.h>
 #include <CoreFoundation/CFNumber.h>

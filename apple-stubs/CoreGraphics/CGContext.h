@@ -101,6 +101,8 @@ void CGContextSetTextMatrix(CGContextRef _Nullable c, CGAffineTransform t);
 
 API_AVAILABLE(macos(10.3))
 void CGContextBeginTransparencyLayer(CGContextRef _Nullable c, CFDictionaryRef _Nullable auxiliaryInfo);
+API_AVAILABLE(macos(10.5))
+void CGContextBeginTransparencyLayerWithRect(CGContextRef _Nullable c, CGRect rect, CFDictionaryRef _Nullable auxInfo);
 API_AVAILABLE(macos(10.3))
 void CGContextEndTransparencyLayer(CGContextRef _Nullable c);
 

@@ -34,5 +34,25 @@ void CGPathAddRect(CGMutablePathRef _Nullable path, const CGAffineTransform *_Nu
 API_AVAILABLE(macos(10.4))
 void CGPathAddEllipseInRect(CGMutablePathRef _Nullable path, const CGAffineTransform *_Nullable m, CGRect rect);
 
+// The types of path elements returned by CGPathApply.
+typedef CF_ENUM(int32_t, CGPathElementType) {
+    kCGPathElementMoveToPoint,
+    kCGPathElementAddLineToPoint,
+    kCGPathElementAddQuadCurveToPoint,
+    kCGPathElementAddCurveToPoint,
+    kCGPathElementCloseSubpath
+};
+
+struct CGPathElement {
+    CGPathElementType type;
+    CGPoint *points;
+};
+typedef struct CGPathElement CGPathElement;
+
+typedef void (*CGPathApplierFunction)(void *_Nullable info, const CGPathElement *element);
+
+API_AVAILABLE(macos(10.2))
+void CGPathApply(CGPathRef _Nullable path, void *_Nullable info, CGPathApplierFunction _Nullable function);
+
 }
 CF_ASSUME_NONNULL_END

@@ -41,7 +41,7 @@ public:
         window_.title = name != nil ? name : @"";
         [host_ willShow];  // a fresh view state, then the tree built again (which sizes the window)
         if (!wasShown) [window_ center];
-        [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
+        activateThisApplication();
         [window_ makeKeyAndOrderFront:nil];
     }
 

@@ -12,6 +12,7 @@
 #include <optional>
 #include <utility>
 
+#include "OrvikKit/ShapePath.h"
 #include "OrvikKitMac/CoreGraphicsCanvas.h"
 #include "OrvikKitMac/Services.h"
 #import "OrvikKitMac/Strings.h"
@@ -84,18 +85,29 @@ NSAttributedString* attributedText(NSString* text, const Font& font,
     return [[NSAttributedString alloc] initWithString:text attributes:attributes];
 }
 
-// `line` cut at `width` with an ellipsis at the end; as it stands when it fits.
-CFRef<CTLineRef> truncatedAtEnd(CFRef<CTLineRef> line, double width, const Font& font) {
-    if (CTLineGetTypographicBounds(line.get(), nullptr, nullptr, nullptr) <= width) return line;
+double lineWidth(CTLineRef line) { return CTLineGetTypographicBounds(line, nullptr, nullptr, nullptr); }
+
+// `line`, the text of `typesetter` from `start` on, cut at `width` with an
+// ellipsis at the end; as it stands when it fits. A cut line shows at least
+// one whole character before its ellipsis: where not even that fits, the
+// line keeps its height but shows nothing (no line to draw, no width),
+// rather than an ellipsis alone or glyphs past the frame.
+TypesetLine truncatedAtEnd(CFRef<CTLineRef> line, CTTypesetterRef typesetter, CFStringRef string, CFIndex start,
+                           double width, const Font& font) {
+    if (lineWidth(line.get()) <= width) return measured(std::move(line));
     const auto token = CFRef<CTLineRef>::adopt(
         CTLineCreateWithAttributedString((__bridge CFAttributedStringRef)attributedText(@"\u2026", font)));
-    auto truncated = CFRef<CTLineRef>::adopt(CTLineCreateTruncatedLine(line.get(), width, kCTLineTruncationEnd,
-                                                                       token.get()));
-    if (!truncated) {
-        // Narrower than the ellipsis itself: cut without one.
-        truncated = CFRef<CTLineRef>::adopt(CTLineCreateTruncatedLine(line.get(), width, kCTLineTruncationEnd, nullptr));
-    }
-    return truncated ? std::move(truncated) : std::move(line);
+    const CFRange first = CFStringGetRangeOfComposedCharactersAtIndex(string, start);
+    const auto firstCharacter = CFRef<CTLineRef>::adopt(CTTypesetterCreateLine(typesetter, first));
+    auto truncated = lineWidth(firstCharacter.get()) + lineWidth(token.get()) <= width
+                         ? CFRef<CTLineRef>::adopt(
+                               CTLineCreateTruncatedLine(line.get(), width, kCTLineTruncationEnd, token.get()))
+                         : CFRef<CTLineRef>{};
+    if (truncated) return measured(std::move(truncated));
+    TypesetLine nothing = measured(std::move(line));
+    nothing.line = CFRef<CTLineRef>{};
+    nothing.width = 0;
+    return nothing;
 }
 
 // The lines of a text as the layout asks for them: one line at its natural
@@ -106,22 +118,27 @@ std::vector<TypesetLine> typeset(std::string_view text, const Font& font, std::o
     NSString* string = platformString(text);
     NSAttributedString* attributed = attributedText(string != nil ? string : @"", font, direction);
     const auto cfText = (__bridge CFAttributedStringRef)attributed;
+    const auto cfString = (__bridge CFStringRef)attributed.string;
+    const auto length = static_cast<CFIndex>(attributed.length);
     std::vector<TypesetLine> lines;
-    if (!width || lineLimit == 1) {
+    if (!width || lineLimit == 1 || length == 0) {
         auto line = CFRef<CTLineRef>::adopt(CTLineCreateWithAttributedString(cfText));
-        if (width) line = truncatedAtEnd(std::move(line), *width, font);
-        lines.push_back(measured(std::move(line)));
+        if (!width || length == 0 || lineWidth(line.get()) <= *width) {
+            lines.push_back(measured(std::move(line)));
+            return lines;
+        }
+        const auto typesetter = CFRef<CTTypesetterRef>::adopt(CTTypesetterCreateWithAttributedString(cfText));
+        lines.push_back(truncatedAtEnd(std::move(line), typesetter.get(), cfString, 0, *width, font));
         return lines;
     }
     const auto typesetter = CFRef<CTTypesetterRef>::adopt(CTTypesetterCreateWithAttributedString(cfText));
-    const auto length = static_cast<CFIndex>(attributed.length);
     CFIndex start = 0;
     while (start < length) {
         if (lineLimit && static_cast<int>(lines.size()) == *lineLimit - 1) {
             // The last line allowed takes the rest, cut with an ellipsis.
             auto rest = CFRef<CTLineRef>::adopt(
                 CTTypesetterCreateLine(typesetter.get(), CFRange{.location = start, .length = length - start}));
-            lines.push_back(measured(truncatedAtEnd(std::move(rest), *width, font)));
+            lines.push_back(truncatedAtEnd(std::move(rest), typesetter.get(), cfString, start, *width, font));
             break;
         }
         CFIndex count = CTTypesetterSuggestLineBreak(typesetter.get(), start, *width);
@@ -130,64 +147,10 @@ std::vector<TypesetLine> typeset(std::string_view text, const Font& font, std::o
             CTTypesetterCreateLine(typesetter.get(), CFRange{.location = start, .length = count}))));
         start += count;
     }
-    if (lines.empty()) {
-        lines.push_back(measured(CFRef<CTLineRef>::adopt(CTLineCreateWithAttributedString(cfText))));
-    }
     return lines;
 }
 
 // --- Shapes -----------------------------------------------------------------------
-
-// How far a continuous corner reaches along each side, as a multiple of its
-// radius, and where its cubic's control points sit (as a fraction of that
-// reach from the corner's ends). The continuous ("squircle") corner style has
-// no public CoreGraphics path: CGPathAddRoundedRect draws circular corners,
-// and layer.cornerCurve = kCACornerCurveContinuous only styles a layer's own
-// corners. So each corner is approximated here by one cubic Bézier that
-// starts 1.28 radii from the corner, leaves the straight side tangentially,
-// and passes through the midpoint a circular corner of the radius would
-// pass through: the curvature grows gradually instead of jumping at the
-// tangent point.
-constexpr double continuousReach = 1.28;
-constexpr double continuousControl = 0.7231;
-
-void addContinuousRoundedRect(CGMutablePathRef path, const Rect& frame, double radius) {
-    const double shortSide = std::min(frame.width, frame.height);
-    radius = std::clamp(radius, 0.0, shortSide / 2);
-    const double reach = std::min(radius * continuousReach, shortSide / 2);
-    const double handle = reach * (1 - continuousControl);
-    const double left = frame.x;
-    const double top = frame.y;
-    const double right = frame.maxX();
-    const double bottom = frame.maxY();
-    CGPathMoveToPoint(path, nullptr, left + reach, top);
-    CGPathAddLineToPoint(path, nullptr, right - reach, top);
-    CGPathAddCurveToPoint(path, nullptr, right - handle, top, right, top + handle, right, top + reach);
-    CGPathAddLineToPoint(path, nullptr, right, bottom - reach);
-    CGPathAddCurveToPoint(path, nullptr, right, bottom - handle, right - handle, bottom, right - reach, bottom);
-    CGPathAddLineToPoint(path, nullptr, left + reach, bottom);
-    CGPathAddCurveToPoint(path, nullptr, left + handle, bottom, left, bottom - handle, left, bottom - reach);
-    CGPathAddLineToPoint(path, nullptr, left, top + reach);
-    CGPathAddCurveToPoint(path, nullptr, left, top + handle, left + handle, top, left + reach, top);
-    CGPathCloseSubpath(path);
-}
-
-CFRef<CGPathRef> shapePath(const PlacedShape& placed) {
-    CGMutablePathRef path = CGPathCreateMutable();
-    const Rect& frame = placed.frame;
-    switch (placed.shape.kind) {
-    case Shape::Kind::rectangle: CGPathAddRect(path, nullptr, platformRect(frame)); break;
-    case Shape::Kind::roundedRectangle: addContinuousRoundedRect(path, frame, placed.shape.cornerRadius); break;
-    case Shape::Kind::capsule: addContinuousRoundedRect(path, frame, std::min(frame.width, frame.height) / 2); break;
-    case Shape::Kind::circle: {
-        const double side = std::min(frame.width, frame.height);
-        const Rect square{frame.x + (frame.width - side) / 2, frame.y + (frame.height - side) / 2, side, side};
-        CGPathAddEllipseInRect(path, nullptr, platformRect(square));
-        break;
-    }
-    }
-    return CFRef<CGPathRef>::adopt(path);
-}
 
 // Fills the current clip with `paint`: one colour, or the linear gradient
 // with its colours spread evenly from start to end and extended beyond.
@@ -262,6 +225,25 @@ NSColor* systemColor(const Color& color) {
 
 }  // namespace
 
+// --- Shape paths -----------------------------------------------------------------
+
+CFRef<CGPathRef> shapePath(const PlacedShape& shape) {
+    CGMutablePathRef path = CGPathCreateMutable();
+    for (const PathElement& element : outline(shape)) {
+        const auto& points = element.points;
+        switch (element.kind) {
+        case PathElement::Kind::moveTo: CGPathMoveToPoint(path, nullptr, points[0].x, points[0].y); break;
+        case PathElement::Kind::lineTo: CGPathAddLineToPoint(path, nullptr, points[0].x, points[0].y); break;
+        case PathElement::Kind::curveTo:
+            CGPathAddCurveToPoint(path, nullptr, points[0].x, points[0].y, points[1].x, points[1].y, points[2].x,
+                                  points[2].y);
+            break;
+        case PathElement::Kind::close: CGPathCloseSubpath(path); break;
+        }
+    }
+    return CFRef<CGPathRef>::adopt(path);
+}
+
 // --- CGViewImage ------------------------------------------------------------------
 
 CGViewImage::CGViewImage(CFRef<CGImageRef> image) : image_(std::move(image)) {}
@@ -319,8 +301,8 @@ Size CoreTextMeasurer::popUpSize(const std::vector<std::string>& titles, std::si
 
 // --- CoreGraphicsCanvas -----------------------------------------------------------
 
-CoreGraphicsCanvas::CoreGraphicsCanvas(CGContextRef context, double shadowScale)
-    : context_(context), shadowScale_(shadowScale) {}
+CoreGraphicsCanvas::CoreGraphicsCanvas(CGContextRef context, double shadowScale, SystemColors systemColors)
+    : context_(context), shadowScale_(shadowScale), systemColors_(systemColors) {}
 
 void CoreGraphicsCanvas::fill(const PlacedShape& shape, const Paint& paint) {
     const auto path = shapePath(shape);
@@ -362,6 +344,10 @@ void CoreGraphicsCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
     CGContextSetFillColorWithColor(context_, fillColor.get());
     double top = frame.y;
     for (const TypesetLine& line : lines) {
+        if (!line.line) {
+            top += line.height;  // not even one character fits: nothing shows
+            continue;
+        }
         // CoreText draws upwards from the baseline: flip back around it.
         CGContextSaveGState(context_);
         // Right to left, each line ends at the frame's right edge.
@@ -387,7 +373,7 @@ void CoreGraphicsCanvas::drawSymbol(std::string_view name, const Font& font, Rec
                       .size = size};
     // The symbol's shape, then the paint kept only where the shape is.
     CGContextSaveGState(context_);
-    CGContextBeginTransparencyLayer(context_, nullptr);
+    CGContextBeginTransparencyLayerWithRect(context_, rect, nullptr);
     if (mirrored) {
         // Flipped about the frame's centre: the shape only; the paint below
         // fills the same (symmetric) rectangle.
@@ -428,11 +414,12 @@ void CoreGraphicsCanvas::beginClip(const PlacedShape& shape) {
 
 void CoreGraphicsCanvas::endClip() { CGContextRestoreGState(context_); }
 
-void CoreGraphicsCanvas::beginOpacity(double opacity) {
-    // The group is composited once, at the context's alpha.
+void CoreGraphicsCanvas::beginOpacity(double opacity, Rect bounds) {
+    // The group is composited once, at the context's alpha; its layer is
+    // only as large as what it holds.
     CGContextSaveGState(context_);
     CGContextSetAlpha(context_, opacity);
-    CGContextBeginTransparencyLayer(context_, nullptr);
+    CGContextBeginTransparencyLayerWithRect(context_, platformRect(bounds), nullptr);
 }
 
 void CoreGraphicsCanvas::endOpacity() {
@@ -440,14 +427,19 @@ void CoreGraphicsCanvas::endOpacity() {
     CGContextRestoreGState(context_);
 }
 
-void CoreGraphicsCanvas::beginShadow(const ResolvedShadow& shadow) {
+void CoreGraphicsCanvas::beginShadow(const ResolvedShadow& shadow, Rect bounds) {
     // One shadow for the whole group: the layer is composited with the
-    // shadow set. Base space has y upwards, the tree's y runs down.
+    // shadow set. Base space has y upwards, the tree's y runs down. The
+    // layer covers what the group holds and the reach of its shadow (the
+    // offset, and the blur on every side).
     const auto color = platformColor(shadow.color);
+    const double reachX = std::abs(shadow.x) + 2 * shadow.radius;
+    const double reachY = std::abs(shadow.y) + 2 * shadow.radius;
+    const Rect layer{bounds.x - reachX, bounds.y - reachY, bounds.width + 2 * reachX, bounds.height + 2 * reachY};
     CGContextSaveGState(context_);
     CGContextSetShadowWithColor(context_, CGSize{.width = shadow.x * shadowScale_, .height = -shadow.y * shadowScale_},
                                 shadow.radius * shadowScale_, color.get());
-    CGContextBeginTransparencyLayer(context_, nullptr);
+    CGContextBeginTransparencyLayerWithRect(context_, platformRect(layer), nullptr);
 }
 
 void CoreGraphicsCanvas::endShadow() {
@@ -457,20 +449,28 @@ void CoreGraphicsCanvas::endShadow() {
 
 Rgba CoreGraphicsCanvas::resolve(const Color& color, Appearance appearance) {
     NSColor* dynamic = systemColor(color);
-    NSAppearance* drawingAppearance = [NSAppearance
-        appearanceNamed:appearance == Appearance::dark ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua];
-    if (dynamic == nil || drawingAppearance == nil) return standardColor(color, appearance);
+    if (dynamic == nil) return standardColor(color, appearance);
     __block CGFloat red = 0;
     __block CGFloat green = 0;
     __block CGFloat blue = 0;
     __block CGFloat alpha = 0;
     __block BOOL resolved = NO;
-    [drawingAppearance performAsCurrentDrawingAppearance:^{
+    // A dynamic colour takes its value when it is converted, under the
+    // current drawing appearance.
+    void (^resolveColor)(void) = ^{
       NSColor* srgb = [dynamic colorUsingColorSpace:NSColorSpace.sRGBColorSpace];
       if (srgb == nil) return;
       [srgb getRed:&red green:&green blue:&blue alpha:&alpha];
       resolved = YES;
-    }];
+    };
+    if (systemColors_ == SystemColors::underCurrentDrawingAppearance) {
+        resolveColor();
+    } else {
+        NSAppearance* named = [NSAppearance
+            appearanceNamed:appearance == Appearance::dark ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua];
+        if (named == nil) return standardColor(color, appearance);
+        [named performAsCurrentDrawingAppearance:resolveColor];
+    }
     if (!resolved) return standardColor(color, appearance);
     return Rgba{red, green, blue, alpha * color.opacity};
 }
@@ -496,9 +496,9 @@ public:
     void drawImage(const ViewImage& image, Rect frame) override { canvas_.drawImage(image, frame); }
     void beginClip(const PlacedShape& shape) override { canvas_.beginClip(shape); }
     void endClip() override { canvas_.endClip(); }
-    void beginOpacity(double opacity) override { canvas_.beginOpacity(opacity); }
+    void beginOpacity(double opacity, Rect bounds) override { canvas_.beginOpacity(opacity, bounds); }
     void endOpacity() override { canvas_.endOpacity(); }
-    void beginShadow(const ResolvedShadow& shadow) override { canvas_.beginShadow(shadow); }
+    void beginShadow(const ResolvedShadow& shadow, Rect bounds) override { canvas_.beginShadow(shadow, bounds); }
     void endShadow() override { canvas_.endShadow(); }
     Rgba resolve(const Color& color, Appearance appearance) override { return canvas_.resolve(color, appearance); }
 

@@ -153,6 +153,8 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
                              NSUserInterfaceLayoutDirectionRightToLeft
                          ? orvik::LayoutDirection::rightToLeft
                          : orvik::LayoutDirection::leftToRight,
+        // Edges on the device pixels of the display the view is on.
+        .pixelScale = [self backingScale],
     };
     orvik::LayoutNode laidOut = orvik::layout(*tree, orvik::ProposedSize::unspecified(), context);
     _layout = std::move(laidOut);
@@ -166,6 +168,20 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     [self describeForAccessibility];
     self.needsDisplay = YES;
     if (self.sizeHandler != nil) self.sizeHandler(size);
+}
+
+// The pixels per point of the window's display; before the view is in a
+// window, the main display's.
+- (double)backingScale {
+    if (NSWindow* window = self.window) return window.backingScaleFactor;
+    if (NSScreen* screen = NSScreen.mainScreen) return screen.backingScaleFactor;
+    return 2;
+}
+
+// Moved to a display of another scale: laid out again on its pixel grid.
+- (void)viewDidChangeBackingProperties {
+    [super viewDidChangeBackingProperties];
+    [self rebuild];
 }
 
 // --- Drawing ----------------------------------------------------------------------
@@ -183,9 +199,17 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     (void)dirtyRect;
     NSGraphicsContext* context = NSGraphicsContext.currentContext;
     if (context == nil || !_tree) return;
-    // A view's context: shadows are given in points.
-    orvik::mac::CoreGraphicsCanvas canvas(context.CGContext, 1);
-    orvik::paint(_layout, canvas, [self drawingAppearance]);
+    // A view's context: shadows are given in points. The system's colours
+    // resolve under the view's own appearance, with its accessibility
+    // variants (Increase Contrast), which is current while the block runs.
+    orvik::mac::CoreGraphicsCanvas canvas(context.CGContext, 1,
+                                          orvik::mac::SystemColors::underCurrentDrawingAppearance);
+    orvik::mac::CoreGraphicsCanvas* drawingCanvas = &canvas;
+    const orvik::LayoutNode* root = &_layout;
+    const orvik::Appearance appearance = [self drawingAppearance];
+    [self.effectiveAppearance performAsCurrentDrawingAppearance:^{
+      orvik::paint(*root, *drawingCanvas, appearance);
+    }];
 }
 
 // --- Native controls --------------------------------------------------------------

@@ -142,7 +142,7 @@ public:
         return facts;
     }
 
-    void activateApplication() override { [NSApplication.sharedApplication activateIgnoringOtherApps:YES]; }
+    void activateApplication() override { activateThisApplication(); }
 
     void showPopover() override {
         NSStatusBarButton* button = statusItem_.button;

@@ -87,11 +87,12 @@ private:
             canvas_.endClip();
         } else if constexpr (std::is_same_v<Payload, ShadowNode>) {
             canvas_.beginShadow(ResolvedShadow{resolve(payload.shadow.color), payload.shadow.radius, payload.shadow.x,
-                                               payload.shadow.y});
+                                               payload.shadow.y},
+                                node.frame);
             children(node, foreground);
             canvas_.endShadow();
         } else if constexpr (std::is_same_v<Payload, OpacityNode>) {
-            canvas_.beginOpacity(payload.opacity);
+            canvas_.beginOpacity(payload.opacity, node.frame);
             children(node, foreground);
             canvas_.endOpacity();
         } else if constexpr (std::is_same_v<Payload, ForegroundNode>) {

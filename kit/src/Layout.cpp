@@ -1,6 +1,7 @@
 #include "OrvikKit/Layout.h"
 
 #include <algorithm>
+#include <cmath>
 #include <concepts>
 #include <cstddef>
 #include <type_traits>
@@ -8,6 +9,18 @@
 namespace orvik {
 
 namespace {
+
+// Lengths that differ from a pixel boundary by less than this are on it:
+// sums of measured lengths carry rounding noise.
+constexpr double pixelTolerance = 1e-6;
+
+// `length` rounded up to whole pixels of `scale` pixels per point.
+double pixelCeiling(double length, double scale) {
+    return std::ceil(length * scale - pixelTolerance) / scale;
+}
+
+// `position` moved to the nearest pixel boundary of `scale`.
+double pixelRounded(double position, double scale) { return std::round(position * scale) / scale; }
 
 // How a child takes what its stack proposes along the stack's axis, in the
 // order the stack serves them.
@@ -117,6 +130,14 @@ private:
     void setSize(LayoutNode& node, Size size) {
         node.frame.width = size.width;
         node.frame.height = size.height;
+    }
+
+    // A measured size rounded up to whole device pixels, when the layout is
+    // for a pixel grid: a text's lines keep all of their height and width.
+    Size onPixels(Size measured) const {
+        if (!context_.pixelScale) return measured;
+        return Size{pixelCeiling(measured.width, *context_.pixelScale),
+                    pixelCeiling(measured.height, *context_.pixelScale)};
     }
 
     // A node with one child that takes the child's size.
@@ -281,16 +302,19 @@ private:
         }
         const Size natural = context_.measurer.textSize(node.text, text.font, std::nullopt, text.lineLimit);
         if (proposed.width && natural.width > *proposed.width) {
-            setSize(node, context_.measurer.textSize(node.text, text.font, *proposed.width, text.lineLimit));
+            Size cut = onPixels(context_.measurer.textSize(node.text, text.font, *proposed.width, text.lineLimit));
+            // Cut or wrapped at the proposal: rounding up must not widen it.
+            cut.width = std::min(cut.width, *proposed.width);
+            setSize(node, cut);
             node.truncated = text.lineLimit == 1;
             node.wrapped = text.lineLimit != 1;
         } else {
-            setSize(node, natural);
+            setSize(node, onPixels(natural));
         }
     }
 
     void placeNode(const SymbolNode& symbol, LayoutNode& node, ProposedSize, Environment, Axis) {
-        setSize(node, context_.measurer.symbolSize(symbol.name, symbol.font));
+        setSize(node, onPixels(context_.measurer.symbolSize(symbol.name, symbol.font)));
     }
 
     void placeNode(const ShapeNode&, LayoutNode& node, ProposedSize proposed, Environment, Axis) {
@@ -339,13 +363,13 @@ private:
     }
 
     void placeNode(const SwitchNode& control, LayoutNode& node, ProposedSize, Environment, Axis) {
-        setSize(node, context_.measurer.switchSize(control.size));
+        setSize(node, onPixels(context_.measurer.switchSize(control.size)));
     }
 
     void placeNode(const PickerNode& picker, LayoutNode& node, ProposedSize, Environment, Axis) {
         node.options.reserve(picker.titles.size());
         for (const LocalizedText& title : picker.titles) node.options.push_back(localized(title));
-        setSize(node, context_.measurer.popUpSize(node.options, picker.selectedIndex));
+        setSize(node, onPixels(context_.measurer.popUpSize(node.options, picker.selectedIndex)));
     }
 
     void placeNode(const DividerNode&, LayoutNode& node, ProposedSize proposed, Environment, Axis stackAxis) {
@@ -451,9 +475,50 @@ std::vector<const LayoutNode*> cutTexts(const LayoutNode& root) {
     return cut;
 }
 
+namespace {
+
+// Where an edge of the old root size goes: flush with the new root edge when
+// it was flush with the old one, otherwise to the nearest pixel boundary.
+struct EdgeSnap {
+    double scale;
+    double oldEnd;
+    double newEnd;
+
+    double operator()(double edge) const {
+        if (std::abs(edge - oldEnd) <= pixelTolerance) return newEnd;
+        return pixelRounded(edge, scale);
+    }
+};
+
+void snapFrames(LayoutNode& node, const EdgeSnap& horizontal, const EdgeSnap& vertical) {
+    const double left = horizontal(node.frame.x);
+    const double right = horizontal(node.frame.maxX());
+    const double top = vertical(node.frame.y);
+    const double bottom = vertical(node.frame.maxY());
+    node.frame = Rect{left, top, std::max(0.0, right - left), std::max(0.0, bottom - top)};
+    for (LayoutNode& child : node.children) snapFrames(child, horizontal, vertical);
+}
+
+// Puts every frame edge of a laid-out tree (at the origin) on the pixel grid
+// of `scale`, and makes the root a whole number of points: each edge is
+// snapped on its own, in root coordinates, so rounding is the same for
+// every node that shares an edge and never moves a child outside its parent
+// (rounding keeps the order of edges).
+void alignToPixelGrid(LayoutNode& root, double scale) {
+    const auto wholePoints = [](double length) { return std::ceil(length - pixelTolerance); };
+    const EdgeSnap horizontal{scale, root.frame.maxX(), wholePoints(root.frame.maxX())};
+    const EdgeSnap vertical{scale, root.frame.maxY(), wholePoints(root.frame.maxY())};
+    snapFrames(root, horizontal, vertical);
+}
+
+}  // namespace
+
 LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context) {
     Layouter layouter(context);
-    return layouter.place(view, proposal, Environment{&AppBrand::kitDefault(), context.direction}, Axis::vertical);
+    LayoutNode root =
+        layouter.place(view, proposal, Environment{&AppBrand::kitDefault(), context.direction}, Axis::vertical);
+    if (context.pixelScale && *context.pixelScale > 0) alignToPixelGrid(root, *context.pixelScale);
+    return root;
 }
 
 }  // namespace orvik

@@ -73,6 +73,7 @@ void write(const View& view, const std::string& path, Appearance appearance, Rgb
         .measurer = platform.textMeasurer(),
         .localize = [&platform, language](const LocalizedText& text) { return platform.localized(text, language); },
         .direction = layoutDirectionForLanguage(language),
+        .pixelScale = scale,
     };
     const LayoutNode root = layout(view, ProposedSize::unspecified(), context);
     const double pixelWidth = std::ceil(root.frame.width * scale);

@@ -118,11 +118,12 @@ TEST(SnapshotTest, TheImageIsTwoPixelsPerPointOnTheAppearancesBackground) {
     ASSERT_EQ(platform.bitmaps.size(), 2u);
     for (const auto& bitmap : platform.bitmaps) {
         EXPECT_EQ(bitmap.pixelWidth, 660);
-        EXPECT_EQ(bitmap.pixelHeight, 247);
+        // A whole number of points: 123.5 rounded up, no half-covered row.
+        EXPECT_EQ(bitmap.pixelHeight, 248);
         EXPECT_DOUBLE_EQ(bitmap.scale, 2);
         ASSERT_FALSE(bitmap.operations.empty());
         EXPECT_EQ(bitmap.operations[0].kind, DrawOperation::Kind::fill);
-        EXPECT_EQ(bitmap.operations[0].frame, (Rect{0, 0, 330, 123.5}));
+        EXPECT_EQ(bitmap.operations[0].frame, (Rect{0, 0, 330, 124}));
     }
     EXPECT_EQ(platform.bitmaps[0].appearance, Appearance::light);
     EXPECT_EQ(platform.bitmaps[0].operations[0].paint.color(), (Rgba{0.93, 0.93, 0.93, 1}));

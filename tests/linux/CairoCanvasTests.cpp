@@ -115,6 +115,33 @@ TEST(CairoCanvasTest, ATextRunningFromTheRightEndsAtItsFramesRightEdgeAndOneFrom
     EXPECT_LT(leftToRightLast, 40);
 }
 
+// The columns with ink when "Wide text" is drawn cut to a frame `width`
+// points wide at the left of a 60-point bitmap, in `direction`.
+std::pair<int, int> inkOfACutText(double width, LayoutDirection direction) {
+    CairoCanvas canvas(60, 16, 1);
+    canvas.drawText(TextRun{"Wide text", Font{12}, 1, direction}, Rect{0, 0, width, 16}, Rgba{0, 0, 0, 1});
+    const auto png = canvas.pngData();
+    return png ? inkColumns(alphas(*png, 60, 16)) : std::pair<int, int>{-2, -2};
+}
+
+TEST(CairoCanvasTest, ACutTextNarrowerThanOneCharacterAndTheEllipsisDrawsNothing) {
+    for (const LayoutDirection direction : {LayoutDirection::leftToRight, LayoutDirection::rightToLeft}) {
+        // "W…" in 12-point Inter is about 20 points wide.
+        for (const double width : {0.0, 3.0, 8.0, 12.0}) {
+            EXPECT_EQ(inkOfACutText(width, direction), (std::pair<int, int>{-1, -1}))
+                << "a frame " << width << " points wide";
+        }
+    }
+}
+
+TEST(CairoCanvasTest, ACutTextWithRoomForOneCharacterAndTheEllipsisStaysInsideItsFrame) {
+    for (const LayoutDirection direction : {LayoutDirection::leftToRight, LayoutDirection::rightToLeft}) {
+        const auto [first, last] = inkOfACutText(30, direction);
+        EXPECT_GE(first, 0) << "something is drawn";
+        EXPECT_LT(last, 30) << "nothing past the frame's right edge";
+    }
+}
+
 TEST(CairoCanvasTest, AMirroredSymbolIsThePlainOneReflectedAboutItsFramesCentre) {
     const auto drawn = [](bool mirrored) {
         CairoCanvas canvas(40, 40, 1);
@@ -329,7 +356,7 @@ TEST(CairoCanvasColorTest, EveryByteOfATextOrSymbolIsDrawnExactlyWhereItCoversWh
 TEST(CairoCanvasColorTest, EveryByteOfAShadowColorIsDrawnExactlyWhereTheShadowIsWhole) {
     forEveryByte([](ByteColor expected, Rgba color) {
         CairoCanvas canvas(70, 24, 1);
-        canvas.beginShadow(ResolvedShadow{color, 2, 40, 0});
+        canvas.beginShadow(ResolvedShadow{color, 2, 40, 0}, Rect{0, 0, 20, 20});
         canvas.fill(PlacedShape{Shape::rectangle(), Rect{0, 0, 20, 20}}, Paint::solid(Rgba{1, 1, 1, 1}));
         canvas.endShadow();
         const auto pixels = pixelsOf(canvas);
@@ -367,7 +394,7 @@ TEST(CairoCanvasColorTest, AnOpacityGroupIsCompositedAtTheNearestByteOfItsOpacit
         for (const double opacity : levelsRoundingTo(coverage)) {
             CairoCanvas canvas(4, 4, 1);
             canvas.fill(PlacedShape{Shape::rectangle(), Rect{0, 0, 4, 4}}, Paint::solid(Rgba{0.93, 0.93, 0.93, 1}));
-            canvas.beginOpacity(opacity);
+            canvas.beginOpacity(opacity, Rect{0, 0, 4, 4});
             canvas.fill(PlacedShape{Shape::rectangle(), Rect{0, 0, 2, 4}}, Paint::solid(Rgba{0, 0, 0, 1}));
             canvas.fill(PlacedShape{Shape::rectangle(), Rect{2, 0, 2, 4}}, Paint::solid(Rgba{1, 1, 1, 1}));
             canvas.endOpacity();

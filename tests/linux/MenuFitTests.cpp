@@ -7,6 +7,7 @@
 // cut.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <memory>
 #include <set>
@@ -19,6 +20,7 @@
 #include "OrvikKit/CairoCanvas.h"
 #include "OrvikKit/Layout.h"
 #include "OrvikKit/LayoutDirection.h"
+#include "OrvikKit/Snapshot.h"
 #include "OrvikKit/StringsLocalizer.h"
 #include "TestSupport/BundleStrings.h"
 #include "TestSupport/SnapshotFlag.h"
@@ -184,14 +186,16 @@ std::vector<Cut> cutTextsOfOurs(const orvik::LayoutNode& root) {
     return cut;
 }
 
-// The menu laid out as snapshot mode lays it out in `language`. The layout
-// points into the view tree, which it keeps.
+// The menu laid out as snapshot mode lays it out in `language` (on the
+// pixel grid of `scale`, the snapshot's by default). The layout points into
+// the view tree, which it keeps.
 struct LaidOutMenu {
     std::unique_ptr<const orvik::View> view;
     orvik::LayoutNode root;
 };
 
-LaidOutMenu layOut(const MenuContent& content, const std::string& language) {
+LaidOutMenu layOut(const MenuContent& content, const std::string& language,
+                   double scale = orvik::Snapshot::scale) {
     orvik::cairo::CairoSnapshotPlatform platform(testsupport::bundleLocalizer(language));
     LaidOutMenu menu;
     menu.view = std::make_unique<const orvik::View>(MenuView{content, orvik::ViewState{}}.body());
@@ -201,6 +205,7 @@ LaidOutMenu layOut(const MenuContent& content, const std::string& language) {
             return platform.localized(text, language);
         },
         .direction = orvik::layoutDirectionForLanguage(language),
+        .pixelScale = scale,
     };
     menu.root = orvik::layout(*menu.view, orvik::ProposedSize::unspecified(), context);
     return menu;
@@ -255,6 +260,46 @@ TEST_F(MenuFitTest, NoTextOfOursIsCutInAnyLanguageOrState) {
     for (const KnownCut& known : knownCuts) {
         EXPECT_TRUE(knownCutsSeen.contains(known.language + ": " + known.key))
             << known.language << ": \"" << known.key << "\" fits now; take it off the list of known cuts";
+    }
+}
+
+// The first edge of `node` or its descendants that does not fall on a whole
+// pixel at `scale`, described; empty when every edge does.
+std::string edgeOffTheGrid(const orvik::LayoutNode& node, double scale) {
+    const auto onGrid = [scale](double position) {
+        return std::abs(position * scale - std::round(position * scale)) < 1e-9;
+    };
+    const orvik::Rect& frame = node.frame;
+    if (!onGrid(frame.x) || !onGrid(frame.y) || !onGrid(frame.maxX()) || !onGrid(frame.maxY())) {
+        std::ostringstream description;
+        description << "a frame at (" << frame.x << ", " << frame.y << ") of " << frame.width << " x "
+                    << frame.height << (node.text.empty() ? "" : " showing \"" + node.text + "\"");
+        return description.str();
+    }
+    for (const orvik::LayoutNode& child : node.children) {
+        std::string found = edgeOffTheGrid(child, scale);
+        if (!found.empty()) return found;
+    }
+    return {};
+}
+
+TEST_F(MenuFitTest, EveryFrameEdgeIsOnWholePixelsAtOneAndTwoPixelsAPointInEveryLanguageAndState) {
+    for (const MenuState& menuState : menuStates()) {
+        AppWorld world;
+        const MenuContent content = menuState.build(world);
+        for (const std::string& language : languages()) {
+            for (const double scale : {1.0, 2.0}) {
+                const LaidOutMenu menu = layOut(content, language, scale);
+                const orvik::Rect& root = menu.root.frame;
+                EXPECT_EQ(root.width, std::round(root.width)) << language << ", " << menuState.name;
+                EXPECT_EQ(root.height, std::round(root.height))
+                    << language << ", " << menuState.name << ": the menu is not a whole number of points high";
+                const std::string offGrid = edgeOffTheGrid(menu.root, scale);
+                EXPECT_TRUE(offGrid.empty()) << language << ", " << menuState.name << ", " << scale
+                                             << " pixels a point: " << offGrid;
+            }
+        }
+        world.settle();
     }
 }
 

@@ -122,6 +122,7 @@ Pictures renderPictures() {
     const orvik::LayoutContext context{
         .measurer = platform.textMeasurer(),
         .localize = [&platform](const orvik::LocalizedText& text) { return platform.localized(text, "en"); },
+        .pixelScale = orvik::Snapshot::scale,
     };
     const orvik::LayoutNode root = orvik::layout(view, orvik::ProposedSize::unspecified(), context);
     pictures.size = orvik::Size{root.frame.width, root.frame.height};
@@ -182,6 +183,29 @@ TEST_F(PreviewSnapshotTest, BothPicturesAreTheMenuLaidOutHereAtTwoPixelsAPoint) 
                   static_cast<int>(std::ceil(pictures().size.width * orvik::Snapshot::scale)));
         EXPECT_EQ(appearance.pixels.height(),
                   static_cast<int>(std::ceil(pictures().size.height * orvik::Snapshot::scale)));
+    }
+}
+
+TEST_F(PreviewSnapshotTest, TheMenuIsAWholeNumberOfPointsSoNoRowOrColumnIsPartlyTransparent) {
+    EXPECT_EQ(pictures().size.width, std::round(pictures().size.width));
+    EXPECT_EQ(pictures().size.height, std::round(pictures().size.height));
+    for (const Appearance& appearance : appearances()) {
+        SCOPED_TRACE(appearance.name);
+        EXPECT_EQ(appearance.pixels.height() % 2, 0) << "a whole number of points at two pixels a point";
+        // The background fills the whole picture and the menu is drawn over
+        // it: every pixel, the last row and column included, is opaque.
+        int translucent = 0;
+        std::string first;
+        for (int y = 0; y < appearance.pixels.height(); ++y) {
+            for (int x = 0; x < appearance.pixels.width(); ++x) {
+                if (appearance.pixels.at(x, y).alpha == 255) continue;
+                if (translucent++ == 0) {
+                    first = "(" + std::to_string(x) + ", " + std::to_string(y) + ") has alpha " +
+                            std::to_string(appearance.pixels.at(x, y).alpha);
+                }
+            }
+        }
+        EXPECT_EQ(translucent, 0) << "the first: " << first;
     }
 }
 

@@ -7,7 +7,9 @@
 // Groups nest: every begin is matched by its end, innermost first. A shadow
 // group casts one shadow for everything drawn inside it; an opacity group
 // composites its contents at that opacity as one layer; a clip group clips
-// its contents to the shape.
+// its contents to the shape. Shadow and opacity groups are given the frame
+// of what they hold, so that a platform layer can be bounded by it (a
+// shadow reaches beyond it by its offset and blur).
 //
 // Main thread only.
 #pragma once
@@ -92,9 +94,9 @@ public:
 
     virtual void beginClip(const PlacedShape& shape) = 0;
     virtual void endClip() = 0;
-    virtual void beginOpacity(double opacity) = 0;
+    virtual void beginOpacity(double opacity, Rect bounds) = 0;
     virtual void endOpacity() = 0;
-    virtual void beginShadow(const ResolvedShadow& shadow) = 0;
+    virtual void beginShadow(const ResolvedShadow& shadow, Rect bounds) = 0;
     virtual void endShadow() = 0;
 
     // The value of `color` under `appearance`. The platform's published

@@ -22,6 +22,16 @@
 //   run from the right and leading insets, alignments and indents land on
 //   the right; frames, hit-testing, hover areas and accessibility frames all
 //   follow from the mirrored frames (LayoutDirection.h).
+// - Given the device pixels per point of the surface it is drawn on, the
+//   layout lands on that surface's pixel grid, the way AppKit aligns views
+//   to their backing: measured texts, symbols and controls are rounded up to
+//   whole pixels (so a line never loses a sliver of itself), then every
+//   frame edge is moved to the nearest pixel boundary, in the root's
+//   coordinates, so that neighbours that shared an edge still share it and a
+//   1-point border or divider covers whole rows of pixels; and the root is
+//   made a whole number of points wide and high (what was flush with its
+//   right or bottom edge stays flush), so a bitmap of it has no partly
+//   covered row or column.
 //
 // Main thread only (the measurer is the platform's).
 #pragma once
@@ -106,6 +116,10 @@ struct LayoutContext {
     // The root's layout direction: the language's in snapshots, the
     // application's on screen.
     LayoutDirection direction = LayoutDirection::leftToRight;
+    // Device pixels per point of the surface the layout is drawn on (the
+    // window's backing scale, a snapshot's scale). None: frames stay as
+    // computed, in fractions of a point (for measuring, not for drawing).
+    std::optional<double> pixelScale{};
 };
 
 // One laid-out view: its frame in the root's coordinates and its children.
@@ -124,7 +138,8 @@ struct LayoutNode {
 };
 
 // Lays `view` out for `proposal` with its top left corner at the origin.
-// The root brand is the kit default; the root direction is the context's.
+// The root brand is the kit default; the root direction is the context's;
+// with a pixel scale, the frames sit on that scale's pixel grid.
 LayoutNode layout(const View& view, ProposedSize proposal, const LayoutContext& context);
 
 // The texts under `root` that do not show whole, in tree order: a one-line

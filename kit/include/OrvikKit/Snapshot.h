@@ -79,11 +79,12 @@ std::string fileName(std::string_view language, std::optional<std::string_view> 
 void renderMenu(std::string_view to, std::optional<std::string_view> variant, const std::function<View()>& content,
                 SnapshotPlatform& platform);
 
-// Lays `view` out at its own size and paints it at scale 2 (pixels are twice
-// the points) on `background` under `appearance`, with texts looked up in
-// `language` and laid out in its direction (layoutDirectionForLanguage),
-// and writes the PNG to `path` (a whole-file write that replaces an existing
-// file). Any failure leaves the file unwritten.
+// Lays `view` out at its own size on the pixel grid of scale 2 (pixels are
+// twice the points; the image is a whole number of points) and paints it
+// on `background` under `appearance`, with texts looked up in `language`
+// and laid out in its direction (layoutDirectionForLanguage), and writes
+// the PNG to `path` (a whole-file write that replaces an existing file).
+// Any failure leaves the file unwritten.
 void write(const View& view, const std::string& path, Appearance appearance, Rgba background,
            std::string_view language, SnapshotPlatform& platform);
 

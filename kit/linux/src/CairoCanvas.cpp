@@ -174,6 +174,24 @@ Size logicalSize(PangoLayout* layout) {
     return Size{fromPangoUnits(logical.width), fromPangoUnits(logical.height)};
 }
 
+// The width of the text's first character (a whole grapheme cluster, as
+// `natural` breaks it) followed by an ellipsis: the least a cut line shows.
+double firstCharacterAndEllipsisWidth(cairo_t* cr, const TextFonts& fonts, PangoLayout* natural, std::string_view text,
+                                      const Font& font, LayoutDirection direction) {
+    int count = 0;
+    const PangoLogAttr* attributes = pango_layout_get_log_attrs_readonly(natural, &count);
+    // One entry per character and one past the end; the first cursor
+    // position after the start ends the first cluster.
+    int characters = 1;
+    while (characters < count - 1 && !attributes[characters].is_cursor_position) ++characters;
+    const char* end = g_utf8_offset_to_pointer(text.data(), characters);
+    std::string sample(text.data(), static_cast<std::size_t>(end - text.data()));
+    sample += "\u2026";
+    const LayoutPointer layout = textLayout(cr, fonts, sample, font, std::nullopt, 1);
+    setBaseDirection(layout.get(), direction);
+    return logicalSize(layout.get()).width;
+}
+
 void shapePath(cairo_t* cr, const PlacedShape& placed) {
     for (const PathElement& element : outline(placed)) {
         const auto& p = element.points;
@@ -449,6 +467,13 @@ void CairoCanvas::drawText(const TextRun& run, Rect frame, Rgba color) {
     setBaseDirection(natural.get(), run.direction);
     const double naturalWidth = logicalSize(natural.get()).width;
     const bool fits = naturalWidth <= frame.width + 0.01;
+    // A cut line shows at least one whole character before its ellipsis;
+    // where not even that fits, it shows nothing rather than overflow.
+    if (!fits && run.lineLimit == 1 && !run.text.empty() &&
+        firstCharacterAndEllipsisWidth(cr, state_->fonts, natural.get(), run.text, run.font, run.direction) >
+            frame.width + 0.01) {
+        return;
+    }
     const double laidOutWidth = fits ? naturalWidth : frame.width + (run.lineLimit == 1 ? 0.0 : 0.5);
     const LayoutPointer layout = fits ? textLayout(cr, state_->fonts, run.text, run.font, std::nullopt, run.lineLimit)
                                       : textLayout(cr, state_->fonts, run.text, run.font, laidOutWidth, run.lineLimit);
@@ -524,7 +549,9 @@ void CairoCanvas::beginClip(const PlacedShape& shape) {
 
 void CairoCanvas::endClip() { cairo_restore(state_->cr()); }
 
-void CairoCanvas::beginOpacity(double opacity) {
+// The groups are as large as the bitmap: Cairo's own group is bounded by the
+// clip, and the blur of the shadow layer needs room beyond the contents.
+void CairoCanvas::beginOpacity(double opacity, Rect) {
     state_->opacities.push_back(opacity);
     cairo_push_group(state_->cr());
 }
@@ -538,7 +565,7 @@ void CairoCanvas::endOpacity() {
     state_->opacities.pop_back();
 }
 
-void CairoCanvas::beginShadow(const ResolvedShadow& shadow) {
+void CairoCanvas::beginShadow(const ResolvedShadow& shadow, Rect) {
     cairo_surface_t* layer = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, state_->pixelWidth, state_->pixelHeight);
     cairo_t* cr = cairo_create(layer);
     cairo_matrix_t matrix;

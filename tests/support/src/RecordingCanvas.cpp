@@ -50,14 +50,14 @@ void RecordingCanvas::beginClip(const orvik::PlacedShape& shape) {
 
 void RecordingCanvas::endClip() { operations.push_back(DrawOperation{.kind = Kind::endClip}); }
 
-void RecordingCanvas::beginOpacity(double opacity) {
-    operations.push_back(DrawOperation{.kind = Kind::beginOpacity, .opacity = opacity});
+void RecordingCanvas::beginOpacity(double opacity, orvik::Rect bounds) {
+    operations.push_back(DrawOperation{.kind = Kind::beginOpacity, .frame = bounds, .opacity = opacity});
 }
 
 void RecordingCanvas::endOpacity() { operations.push_back(DrawOperation{.kind = Kind::endOpacity}); }
 
-void RecordingCanvas::beginShadow(const orvik::ResolvedShadow& shadow) {
-    operations.push_back(DrawOperation{.kind = Kind::beginShadow, .shadow = shadow});
+void RecordingCanvas::beginShadow(const orvik::ResolvedShadow& shadow, orvik::Rect bounds) {
+    operations.push_back(DrawOperation{.kind = Kind::beginShadow, .frame = bounds, .shadow = shadow});
 }
 
 void RecordingCanvas::endShadow() { operations.push_back(DrawOperation{.kind = Kind::endShadow}); }

@@ -136,9 +136,9 @@ public:
     void drawImage(const ViewImage& image, Rect frame) override;
     void beginClip(const PlacedShape& shape) override;
     void endClip() override;
-    void beginOpacity(double opacity) override;
+    void beginOpacity(double opacity, Rect bounds) override;
     void endOpacity() override;
-    void beginShadow(const ResolvedShadow& shadow) override;
+    void beginShadow(const ResolvedShadow& shadow, Rect bounds) override;
     void endShadow() override;
     std::optional<std::vector<std::uint8_t>> pngData() override;
 

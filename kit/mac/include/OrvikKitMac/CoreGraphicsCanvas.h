@@ -13,6 +13,7 @@
 
 #include <CoreGraphics/CoreGraphics.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,13 +54,31 @@ public:
     Size popUpSize(const std::vector<std::string>& titles, std::size_t selectedIndex) override;
 };
 
+// The outline of a placed shape as a CGPath: the kit's portable outline
+// (ShapePath.h), element by element, so that the Mac draws exactly the
+// shapes of the Linux previews.
+CFRef<CGPathRef> shapePath(const PlacedShape& shape);
+
+// Where the canvas resolves the system's dynamic colours (labels, the
+// separator, the accent colour).
+enum class SystemColors : std::uint8_t {
+    // Under Aqua or Dark Aqua, as each call's appearance says: snapshots,
+    // which draw both on any Mac.
+    underNamedAppearance,
+    // Under the current drawing appearance, which a view sets to its own
+    // effective appearance while it draws (with its accessibility variants,
+    // such as Increase Contrast).
+    underCurrentDrawingAppearance,
+};
+
 // A canvas over `context`, which must outlive it. `shadowScale` is the
 // number of base-space units per point: shadow offsets and blurs are given
 // to CoreGraphics in base space, which the current transform does not
 // scale (1 in a view's context, the pixel scale in a bitmap context).
 class CoreGraphicsCanvas final : public Canvas {
 public:
-    CoreGraphicsCanvas(CGContextRef context, double shadowScale);
+    CoreGraphicsCanvas(CGContextRef context, double shadowScale,
+                       SystemColors systemColors = SystemColors::underNamedAppearance);
 
     void fill(const PlacedShape& shape, const Paint& paint) override;
     void strokeInside(const PlacedShape& shape, double width, Rgba color) override;
@@ -69,17 +88,18 @@ public:
     void drawImage(const ViewImage& image, Rect frame) override;
     void beginClip(const PlacedShape& shape) override;
     void endClip() override;
-    void beginOpacity(double opacity) override;
+    void beginOpacity(double opacity, Rect bounds) override;
     void endOpacity() override;
-    void beginShadow(const ResolvedShadow& shadow) override;
+    void beginShadow(const ResolvedShadow& shadow, Rect bounds) override;
     void endShadow() override;
-    // The system's dynamic colours resolved under the appearance (named
+    // The system's dynamic colours resolved as `SystemColors` says (named
     // colours, label levels, the separator); sRGB colours as they stand.
     Rgba resolve(const Color& color, Appearance appearance) override;
 
 private:
     CGContextRef context_;
     double shadowScale_;
+    SystemColors systemColors_;
 };
 
 // A transparent sRGB bitmap of the given pixel size whose canvas draws

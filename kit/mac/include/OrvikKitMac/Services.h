@@ -85,6 +85,11 @@ std::shared_ptr<ContentWindow> makeContentWindow(std::shared_ptr<MainThread> mai
 // The running system's version (NSProcessInfo's operatingSystemVersion).
 SystemVersion systemVersion();
 
+// Makes this app the active one, before it shows a popover or a window of
+// its own: `activate` from macOS 14 on (the older call is marked to be
+// deprecated), `activateIgnoringOtherApps:` below it.
+void activateThisApplication();
+
 }  // namespace orvik::mac
 
 namespace orvik::MemoryFootprint {

@@ -33,7 +33,7 @@ struct DrawOperation {
     };
 
     Kind kind = Kind::fill;
-    orvik::Rect frame{};                // the shape's, text's, symbol's or image's frame
+    orvik::Rect frame{};                // the shape's, text's, symbol's or image's frame; a group's bounds
     orvik::Shape shape{};               // fills, borders, clips
     orvik::Paint paint{};               // fills and symbols
     orvik::Rgba color{};                // borders and texts
@@ -58,9 +58,9 @@ public:
     void drawImage(const orvik::ViewImage& image, orvik::Rect frame) override;
     void beginClip(const orvik::PlacedShape& shape) override;
     void endClip() override;
-    void beginOpacity(double opacity) override;
+    void beginOpacity(double opacity, orvik::Rect bounds) override;
     void endOpacity() override;
-    void beginShadow(const orvik::ResolvedShadow& shadow) override;
+    void beginShadow(const orvik::ResolvedShadow& shadow, orvik::Rect bounds) override;
     void endShadow() override;
     // Not a real encoder: the bitmap's size as text, or nothing when
     // `failsToEncode` is set.
