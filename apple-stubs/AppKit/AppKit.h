@@ -8,6 +8,7 @@
 #import <AppKit/NSNibDeclarations.h>
 #import <AppKit/NSAccessibilityConstants.h>
 #import <AppKit/NSAccessibilityElement.h>
+#import <AppKit/NSAccessibility.h>
 #import <AppKit/NSTrackingArea.h>
 #import <AppKit/NSResponder.h>
 #import <AppKit/NSGraphics.h>

@@ -2,6 +2,7 @@
 #pragma once
 
 #import <Foundation/Foundation.h>
+#import <AppKit/NSAccessibilityConstants.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -11,6 +12,10 @@ NS_ASSUME_NONNULL_BEGIN
 @property (nullable, copy) NSArray *accessibilityChildren API_AVAILABLE(macos(10.10));
 // Invokes when clients perform NSAccessibilityPressAction
 - (BOOL)accessibilityPerformPress API_AVAILABLE(macos(10.10));
+@property (getter = isAccessibilityElement) BOOL accessibilityElement API_AVAILABLE(macos(10.10));
+@property (nullable, copy) NSAccessibilityRole accessibilityRole API_AVAILABLE(macos(10.10));
+// The deepest element at `point`, in screen coordinates from the bottom left.
+- (nullable id)accessibilityHitTest:(NSPoint)point API_AVAILABLE(macos(10.10));
 @end
 
 NS_ASSUME_NONNULL_END

@@ -31,6 +31,7 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)updateTrackingAreas API_AVAILABLE(macos(10.5));
 - (NSToolTipTag)addToolTipRect:(NSRect)rect owner:(id)owner userData:(nullable void *)data;
 - (void)removeAllToolTips;
+@property (nullable, copy) NSString *toolTip;
 // Sent when the view's backing scale factor or colour space changes (the
 // window moved to another display, say).
 - (void)viewDidChangeBackingProperties API_AVAILABLE(macos(10.7));

@@ -31,6 +31,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowOcclusionState) {
 @property (getter=isVisible, readonly) BOOL visible;
 - (void)makeKeyWindow;
 @property (readonly) NSWindowOcclusionState occlusionState API_AVAILABLE(macos(10.9));
+- (NSPoint)convertPointFromScreen:(NSPoint)point API_AVAILABLE(macos(10.12));
 @property (readonly) CGFloat backingScaleFactor API_AVAILABLE(macos(10.7));
 @end
 

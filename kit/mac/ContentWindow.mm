@@ -39,6 +39,7 @@ public:
         window_.contentView = host_;
         NSString* name = platformString(title);
         window_.title = name != nil ? name : @"";
+        host_.menuTitle = window_.title;
         [host_ willShow];  // a fresh view state, then the tree built again (which sizes the window)
         if (!wasShown) [window_ center];
         activateThisApplication();

@@ -1,9 +1,14 @@
 // The host view over AppKit. Layout, hover areas, shortcuts, tooltips and
 // accessibility labels come from the portable kit (Layout.h,
-// HostSupport.h); drawing from the CoreGraphics canvas.
+// HostSupport.h), and so does what changed from one layout to the next
+// (HostUpdates.h): tooltips, accessibility elements and pop-up menus are
+// updated in place, never made anew for a hover change or a click. Drawing
+// comes from the CoreGraphics canvas.
 #import "OrvikKitMac/HostView.h"
 
+#include <algorithm>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,6 +16,7 @@
 
 #include "OrvikKit/Canvas.h"
 #include "OrvikKit/HostSupport.h"
+#include "OrvikKit/HostUpdates.h"
 #include "OrvikKit/Layout.h"
 #include "OrvikKitMac/CoreGraphicsCanvas.h"
 #include "OrvikKitMac/Services.h"
@@ -65,6 +71,22 @@ NSString* nonNilString(const std::string& text) {
     return string != nil ? string : @"";
 }
 
+std::string localized(const orvik::LocalizedText& text) { return orvik::mac::localizedString(text); }
+
+// A control's tooltip: the text, or none when it is empty.
+NSString* _Nullable toolTipText(const std::string& text) {
+    return text.empty() ? nil : orvik::mac::platformString(text);
+}
+
+// The live control node of `Kind` at `index` in tree order, in the current
+// layout; null when the tree has fewer.
+template <class Kind>
+const orvik::LayoutNode* liveControl(const orvik::LayoutNode& root, std::size_t index) {
+    std::vector<const orvik::LayoutNode*> nodes;
+    orvik::collect<Kind>(root, nodes);
+    return index < nodes.size() ? nodes[index] : nullptr;
+}
+
 NSControlSize platformControlSize(orvik::ControlSize size) {
     switch (size) {
     case orvik::ControlSize::mini: return NSControlSizeMini;
@@ -89,9 +111,13 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     NSTrackingArea* _trackingArea;
     std::vector<NSSwitch*> _switches;              // the native switches, in tree order
     std::vector<NSPopUpButton*> _pickers;          // the native pop-up menus, in tree order
-    std::vector<OrvikControlTarget*> _targets;     // their targets (controls keep targets weakly)
-    std::vector<NSString*> _toolTips;              // tooltip owners (views keep them weakly)
-    std::vector<id> _accessibilityElements;        // the drawn buttons and texts
+    std::vector<OrvikControlTarget*> _switchTargets;  // their targets (controls keep targets weakly)
+    std::vector<OrvikControlTarget*> _pickerTargets;
+    std::vector<orvik::PopUpMenuState> _pickerStates;  // what each pop-up menu shows
+    orvik::HostToolTips _toolTips;                 // what the tooltip rectangles show
+    std::vector<NSString*> _toolTipOwners;         // their owners (views keep them weakly)
+    std::vector<orvik::AccessibilityElement> _elements;  // as last described (frames, labels, keys)
+    std::map<std::string, id> _elementObjects;     // the drawn buttons' and texts' elements, by key
     bool _rebuildPosted;
 }
 
@@ -139,15 +165,11 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     [self rebuild];
 }
 
-- (std::string)localized:(const orvik::LocalizedText&)text {
-    return orvik::mac::localizedString(text);
-}
-
 - (void)rebuild {
     auto tree = std::make_unique<orvik::View>(_content->body());
     const orvik::LayoutContext context{
         .measurer = _measurer,
-        .localize = [](const orvik::LocalizedText& text) { return orvik::mac::localizedString(text); },
+        .localize = localized,
         // The application's direction, which follows the language macOS runs it in.
         .direction = NSApplication.sharedApplication.userInterfaceLayoutDirection ==
                              NSUserInterfaceLayoutDirectionRightToLeft
@@ -214,11 +236,28 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
 
 // --- Native controls --------------------------------------------------------------
 
+- (void)switchAtIndex:(std::size_t)index changedTo:(bool)isOn {
+    if (const orvik::LayoutNode* node = liveControl<orvik::SwitchNode>(_layout, index)) {
+        const auto set = std::get<orvik::SwitchNode>(node->view->node).isOn.set;
+        if (set) set(isOn);
+    }
+    [self rebuild];
+}
+
+- (void)pickerAtIndex:(std::size_t)index selected:(std::size_t)selected {
+    if (const orvik::LayoutNode* node = liveControl<orvik::PickerNode>(_layout, index)) {
+        const auto select = std::get<orvik::PickerNode>(node->view->node).select;
+        if (select) select(selected);
+    }
+    [self rebuild];
+}
+
 - (void)placeControls {
     // The controls are kept across rebuilds (a hover change must not make
     // the switch anew under the pointer): the n-th switch and the n-th pop-up
     // menu of the tree reuse the n-th of their kind, the rest are removed.
-    _targets.clear();
+    // Their targets stay too and act on the n-th control of the tree as it
+    // is when they act.
     __weak OrvikHostView* weakSelf = self;
 
     std::vector<const orvik::LayoutNode*> switchNodes;
@@ -226,142 +265,257 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     while (_switches.size() > switchNodes.size()) {
         [_switches.back() removeFromSuperview];
         _switches.pop_back();
+        _switchTargets.pop_back();
     }
     for (std::size_t index = 0; index < switchNodes.size(); ++index) {
         const orvik::LayoutNode* node = switchNodes[index];
         const auto& payload = std::get<orvik::SwitchNode>(node->view->node);
         if (index == _switches.size()) {
             NSSwitch* made = [[NSSwitch alloc] initWithFrame:platformRect(node->frame)];
+            OrvikControlTarget* target = [[OrvikControlTarget alloc] initWithAction:[weakSelf, index](id sender) {
+                [weakSelf switchAtIndex:index changedTo:((NSSwitch*)sender).state == NSControlStateValueOn];
+            }];
+            made.target = target;
+            made.action = @selector(performAction:);
             [self addSubview:made];
             _switches.push_back(made);
+            _switchTargets.push_back(target);
         }
         // NSSwitch has no tint: it follows the system accent colour.
         NSSwitch* control = _switches[index];
         control.frame = platformRect(node->frame);
         control.controlSize = platformControlSize(payload.size);
-        control.state = payload.isOn.value ? NSControlStateValueOn : NSControlStateValueOff;
-        OrvikControlTarget* target = [[OrvikControlTarget alloc]
-            initWithAction:[set = payload.isOn.set, weakSelf](id sender) {
-                const bool isOn = ((NSSwitch*)sender).state == NSControlStateValueOn;
-                if (set) set(isOn);
-                [weakSelf rebuild];
-            }];
-        control.target = target;
-        control.action = @selector(performAction:);
-        _targets.push_back(target);
+        const NSControlStateValue state = payload.isOn.value ? NSControlStateValueOn : NSControlStateValueOff;
+        if (control.state != state) control.state = state;
     }
 
     std::vector<const orvik::LayoutNode*> pickerNodes;
     orvik::collect<orvik::PickerNode>(_layout, pickerNodes);
+    const std::vector<orvik::PopUpMenuState> menus = orvik::popUpMenus(_layout);
     while (_pickers.size() > pickerNodes.size()) {
         [_pickers.back() removeFromSuperview];
         _pickers.pop_back();
+        _pickerTargets.pop_back();
+        _pickerStates.pop_back();
     }
     for (std::size_t index = 0; index < pickerNodes.size(); ++index) {
         const orvik::LayoutNode* node = pickerNodes[index];
-        const auto& payload = std::get<orvik::PickerNode>(node->view->node);
+        std::optional<orvik::PopUpMenuState> shown;
         if (index == _pickers.size()) {
             NSPopUpButton* made = [[NSPopUpButton alloc] initWithFrame:platformRect(node->frame) pullsDown:NO];
+            OrvikControlTarget* target = [[OrvikControlTarget alloc] initWithAction:[weakSelf, index](id sender) {
+                const NSInteger selected = ((NSPopUpButton*)sender).indexOfSelectedItem;
+                if (selected >= 0) [weakSelf pickerAtIndex:index selected:static_cast<std::size_t>(selected)];
+            }];
+            made.target = target;
+            made.action = @selector(performAction:);
             [self addSubview:made];
             _pickers.push_back(made);
+            _pickerTargets.push_back(target);
+            _pickerStates.push_back(menus[index]);
+        } else {
+            shown = _pickerStates[index];
         }
         NSPopUpButton* control = _pickers[index];
         control.frame = platformRect(node->frame);
-        [control removeAllItems];
-        for (const std::string& option : node->options) [control addItemWithTitle:nonNilString(option)];
-        if (payload.selectedIndex < node->options.size()) {
-            [control selectItemAtIndex:static_cast<NSInteger>(payload.selectedIndex)];
+        // The items are changed only when they differ: state changes arrive
+        // while the menu may be open, and refilling it would close or empty it.
+        const orvik::PopUpMenuState& menu = menus[index];
+        switch (orvik::popUpChange(shown, menu)) {
+        case orvik::PopUpChange::items:
+            [control removeAllItems];
+            for (const std::string& title : menu.titles) [control addItemWithTitle:nonNilString(title)];
+            if (menu.selectedIndex < menu.titles.size()) {
+                [control selectItemAtIndex:static_cast<NSInteger>(menu.selectedIndex)];
+            }
+            break;
+        case orvik::PopUpChange::selection:
+            if (menu.selectedIndex < menu.titles.size()) {
+                [control selectItemAtIndex:static_cast<NSInteger>(menu.selectedIndex)];
+            }
+            break;
+        case orvik::PopUpChange::none: break;
         }
-        OrvikControlTarget* target = [[OrvikControlTarget alloc]
-            initWithAction:[select = payload.select, weakSelf](id sender) {
-                const NSInteger selected = ((NSPopUpButton*)sender).indexOfSelectedItem;
-                if (select && selected >= 0) select(static_cast<std::size_t>(selected));
-                [weakSelf rebuild];
-            }];
-        control.target = target;
-        control.action = @selector(performAction:);
-        _targets.push_back(target);
+        _pickerStates[index] = menu;
     }
 }
 
 // --- Tooltips ---------------------------------------------------------------------
 
 - (void)placeToolTips {
-    [self removeAllToolTips];
-    _toolTips.clear();
-    std::vector<const orvik::LayoutNode*> tips;
-    orvik::collect<orvik::TooltipNode>(_layout, tips);
-    for (const orvik::LayoutNode* node : tips) {
-        const auto& payload = std::get<orvik::TooltipNode>(node->view->node);
-        // A string owner is its own tooltip text.
-        NSString* text = nonNilString(orvik::mac::localizedString(payload.text));
-        _toolTips.push_back(text);
-        [self addToolTipRect:platformRect(node->frame) owner:text userData:nullptr];
+    orvik::HostToolTips tips = orvik::hostToolTips(_layout, localized);
+    // A native control shows its own tooltip (the header's switch): set only
+    // when it differs, so the control's tooltip tracking is left alone.
+    for (std::size_t index = 0; index < _switches.size() && index < tips.switches.size(); ++index) {
+        if (orvik::mac::portableString(_switches[index].toolTip).value_or("") != tips.switches[index]) {
+            _switches[index].toolTip = toolTipText(tips.switches[index]);
+        }
     }
+    for (std::size_t index = 0; index < _pickers.size() && index < tips.popUpMenus.size(); ++index) {
+        if (orvik::mac::portableString(_pickers[index].toolTip).value_or("") != tips.popUpMenus[index]) {
+            _pickers[index].toolTip = toolTipText(tips.popUpMenus[index]);
+        }
+    }
+    // The rectangles are made again only when one of them or its text
+    // changed: a rectangle added under the pointer gets its exit first, so
+    // making them anew on every hover change would keep any tooltip from
+    // showing.
+    if (tips.regions != _toolTips.regions || _toolTipOwners.size() != tips.regions.size()) {
+        [self removeAllToolTips];
+        _toolTipOwners.clear();
+        for (const orvik::ToolTipRegion& region : tips.regions) {
+            // A string owner is its own tooltip text.
+            NSString* text = nonNilString(region.text);
+            _toolTipOwners.push_back(text);
+            [self addToolTipRect:platformRect(region.frame) owner:text userData:nullptr];
+        }
+    }
+    _toolTips = std::move(tips);
 }
 
 // --- Accessibility ----------------------------------------------------------------
 
+- (void)pressButtonWithID:(const std::string&)identifier {
+    std::vector<const orvik::LayoutNode*> buttons;
+    orvik::collect<orvik::ButtonNode>(_layout, buttons);
+    for (const orvik::LayoutNode* button : buttons) {
+        const auto& payload = std::get<orvik::ButtonNode>(button->view->node);
+        if (payload.id != identifier) continue;
+        const std::function<void()> action = payload.action;
+        if (action) action();
+        break;
+    }
+    [self rebuild];
+}
+
 - (void)describeForAccessibility {
-    _accessibilityElements.clear();
+    std::vector<orvik::AccessibilityElement> elements = orvik::accessibilityElements(_layout, localized);
+    const orvik::AccessibilityChanges changes = orvik::accessibilityChanges(_elements, elements);
+    for (const std::string& key : changes.disappeared) _elementObjects.erase(key);
+
+    // Elements that stay keep their objects: only a frame or a label that
+    // changed is set, so VoiceOver's cursor stays where it was.
     __weak OrvikHostView* weakSelf = self;
-    const auto localize = [](const orvik::LocalizedText& text) { return orvik::mac::localizedString(text); };
-    for (const orvik::AccessibilityNode& node : orvik::accessibilityNodes(_layout, localize)) {
-        NSString* label = nonNilString(node.label);
-        switch (node.role) {
-        case orvik::AccessibilityNode::Role::button: {
-            OrvikAccessibleButton* element = [OrvikAccessibleButton accessibilityElementWithRole:NSAccessibilityButtonRole
-                                                                                           frame:NSRect{}
-                                                                                           label:label
-                                                                                          parent:self];
-            element.accessibilityFrameInParentSpace = platformRect(node.node->frame);
-            std::function<void()> action = std::get<orvik::ButtonNode>(node.node->view->node).action;
-            element.press = ^{
-              if (action) action();
-              [weakSelf rebuild];
-            };
-            _accessibilityElements.push_back(element);
-            break;
-        }
+    std::size_t switchIndex = 0;
+    std::size_t pickerIndex = 0;
+    for (const orvik::AccessibilityElement& element : elements) {
+        NSString* label = nonNilString(element.label);
+        switch (element.role) {
+        case orvik::AccessibilityNode::Role::button:
         case orvik::AccessibilityNode::Role::staticText: {
-            NSAccessibilityElement* element = [NSAccessibilityElement accessibilityElementWithRole:NSAccessibilityStaticTextRole
-                                                                                             frame:NSRect{}
-                                                                                             label:label
-                                                                                            parent:self];
-            element.accessibilityFrameInParentSpace = platformRect(node.node->frame);
-            _accessibilityElements.push_back(element);
+            auto found = _elementObjects.find(element.key);
+            if (found == _elementObjects.end()) {
+                NSAccessibilityElement* made = nil;
+                if (element.role == orvik::AccessibilityNode::Role::button) {
+                    OrvikAccessibleButton* button =
+                        [OrvikAccessibleButton accessibilityElementWithRole:NSAccessibilityButtonRole
+                                                                      frame:NSRect{}
+                                                                      label:label
+                                                                     parent:self];
+                    const std::string identifier = std::get<orvik::ButtonNode>(element.node->view->node).id;
+                    button.press = ^{
+                      [weakSelf pressButtonWithID:identifier];
+                    };
+                    made = button;
+                } else {
+                    made = [NSAccessibilityElement accessibilityElementWithRole:NSAccessibilityStaticTextRole
+                                                                          frame:NSRect{}
+                                                                          label:label
+                                                                         parent:self];
+                }
+                made.accessibilityFrameInParentSpace = platformRect(element.frame);
+                _elementObjects.emplace(element.key, made);
+                break;
+            }
+            NSAccessibilityElement* kept = found->second;
+            const auto changed = [&element](const std::vector<std::string>& keys) {
+                return std::find(keys.begin(), keys.end(), element.key) != keys.end();
+            };
+            if (changed(changes.moved)) kept.accessibilityFrameInParentSpace = platformRect(element.frame);
+            if (changed(changes.relabelled)) kept.accessibilityLabel = label;
             break;
         }
         case orvik::AccessibilityNode::Role::switchControl:
+            // The native control speaks for itself, labelled with its row.
+            if (switchIndex < _switches.size()) _switches[switchIndex].accessibilityLabel = label;
+            ++switchIndex;
+            break;
         case orvik::AccessibilityNode::Role::popUpMenu:
-            // The native control speaks for itself; labelControls gives it
-            // its row's text.
-                    break;
+            if (pickerIndex < _pickers.size()) _pickers[pickerIndex].accessibilityLabel = label;
+            ++pickerIndex;
+            break;
         }
     }
-    [self labelControls:localize];
+    _elements = std::move(elements);
+    // Assistive technology reads the children again only when told.
+    if (changes.setChanged()) NSAccessibilityPostNotification(self, NSAccessibilityLayoutChangedNotification);
 }
 
-- (void)labelControls:(const std::function<std::string(const orvik::LocalizedText&)>&)localize {
-    std::vector<std::string> switchLabels;
-    std::vector<std::string> pickerLabels;
-    for (const orvik::AccessibilityNode& node : orvik::accessibilityNodes(_layout, localize)) {
-        if (node.role == orvik::AccessibilityNode::Role::switchControl) switchLabels.push_back(node.label);
-        if (node.role == orvik::AccessibilityNode::Role::popUpMenu) pickerLabels.push_back(node.label);
+// The object that stands for an element: the drawn button's or text's, or
+// the native control.
+- (nullable id)objectForElementAtIndex:(std::size_t)position {
+    const orvik::AccessibilityElement& element = _elements[position];
+    std::size_t switchIndex = 0;
+    std::size_t pickerIndex = 0;
+    for (std::size_t index = 0; index < position; ++index) {
+        if (_elements[index].role == orvik::AccessibilityNode::Role::switchControl) ++switchIndex;
+        if (_elements[index].role == orvik::AccessibilityNode::Role::popUpMenu) ++pickerIndex;
     }
-    for (std::size_t index = 0; index < switchLabels.size() && index < _switches.size(); ++index) {
-        _switches[index].accessibilityLabel = nonNilString(switchLabels[index]);
+    switch (element.role) {
+    case orvik::AccessibilityNode::Role::switchControl:
+        return switchIndex < _switches.size() ? _switches[switchIndex] : nil;
+    case orvik::AccessibilityNode::Role::popUpMenu:
+        return pickerIndex < _pickers.size() ? _pickers[pickerIndex] : nil;
+    case orvik::AccessibilityNode::Role::button:
+    case orvik::AccessibilityNode::Role::staticText: {
+        const auto found = _elementObjects.find(element.key);
+        return found != _elementObjects.end() ? found->second : nil;
     }
-    for (std::size_t index = 0; index < pickerLabels.size() && index < _pickers.size(); ++index) {
-        _pickers[index].accessibilityLabel = nonNilString(pickerLabels[index]);
     }
+    return nil;
+}
+
+// The menu as one group, named with its title, holding its elements in
+// reading order (the native controls where they sit).
+- (BOOL)isAccessibilityElement {
+    return YES;
+}
+
+- (NSAccessibilityRole)accessibilityRole {
+    return NSAccessibilityGroupRole;
+}
+
+- (nullable NSString*)accessibilityLabel {
+    return self.menuTitle;
 }
 
 - (NSArray*)accessibilityChildren {
-    std::vector<id> children = _accessibilityElements;
-    for (NSSwitch* control : _switches) children.push_back(control);
-    for (NSPopUpButton* control : _pickers) children.push_back(control);
+    std::vector<id> children;
+    for (std::size_t index = 0; index < _elements.size(); ++index) {
+        if (id object = [self objectForElementAtIndex:index]) children.push_back(object);
+    }
     return [NSArray arrayWithObjects:children.data() count:children.size()];
+}
+
+// Pointing (VoiceOver's mouse tracking, Accessibility Inspector) finds the
+// drawn element under the point, which comes in screen coordinates from
+// the bottom left; the innermost, last drawn, first.
+- (nullable id)accessibilityHitTest:(NSPoint)point {
+    NSWindow* window = self.window;
+    if (window == nil) return self;
+    const NSPoint local = [self convertPoint:[window convertPointFromScreen:point] fromView:nil];
+    const orvik::Point at{local.x, local.y};
+    for (std::size_t index = _elements.size(); index > 0; --index) {
+        if (!_elements[index - 1].frame.contains(at)) continue;
+        if (id object = [self objectForElementAtIndex:index - 1]) {
+            const orvik::AccessibilityNode::Role role = _elements[index - 1].role;
+            const bool isControl = role == orvik::AccessibilityNode::Role::switchControl ||
+                                   role == orvik::AccessibilityNode::Role::popUpMenu;
+            // A native control answers for what is inside it.
+            return isControl ? [(NSView*)object accessibilityHitTest:point] : object;
+        }
+    }
+    return self;
 }
 
 // --- Hover ------------------------------------------------------------------------

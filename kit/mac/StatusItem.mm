@@ -98,6 +98,8 @@ public:
     bool hasButton() const override { return statusItem_.button != nil; }
 
     void configureButton(std::string_view accessibilityLabel, std::function<void()> action) override {
+        // The popover's view is read as a group named like the button.
+        host_.menuTitle = platformString(accessibilityLabel);
         NSStatusBarButton* button = statusItem_.button;
         if (button == nil) return;
         target_ = [[OrvikStatusButtonTarget alloc] initWithAction:std::move(action)];

@@ -3,7 +3,8 @@
 // canvas, places a real NSSwitch and NSPopUpButton where the tree has live
 // controls, tracks hover with one tracking area, runs buttons on click and
 // on their command-key shortcuts, shows help texts as tooltips, and tells
-// VoiceOver about buttons, texts and controls. Every rule it follows
+// VoiceOver about buttons, texts and controls, updating tooltips, elements
+// and pop-up menus in place from one layout to the next. Every rule it follows
 // (frames, hover areas, labels) is the portable kit's; the view translates.
 // Objective-C++: for .mm files only.
 //
@@ -29,6 +30,10 @@ NS_ASSUME_NONNULL_BEGIN
 // Called with the laid-out size each time it is built (the popover takes
 // it as its content size).
 @property (nullable, copy) void (^sizeHandler)(NSSize size);
+
+// The menu's or window's title: assistive technology reads the view as a
+// group of that name.
+@property (nullable, copy) NSString* menuTitle;
 
 // The content's willShow, then a rebuild: call each time the host is about
 // to be shown.
