@@ -23,6 +23,12 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)activate API_AVAILABLE(macos(14.0));
 @end
 
+@interface NSApplication (NSFullKeyboardAccess)
+// Whether Full Keyboard Access (System Settings › Keyboard › Keyboard
+// navigation) is on; cheap to read, not observable.
+@property (readonly, getter=isFullKeyboardAccessEnabled) BOOL fullKeyboardAccessEnabled API_AVAILABLE(macos(10.6));
+@end
+
 @interface NSApplication (NSApplicationLayoutDirection)
 @property (readonly) NSUserInterfaceLayoutDirection userInterfaceLayoutDirection API_AVAILABLE(macos(10.6));  // Returns the application-wide user interface layout direction.
 @end

@@ -20,6 +20,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property (class, strong, readonly) NSColor *systemPinkColor API_AVAILABLE(macos(10.10));
 @property (class, strong, readonly) NSColor *systemGrayColor API_AVAILABLE(macos(10.10));
 @property (class, strong, readonly) NSColor *controlAccentColor API_AVAILABLE(macos(10.14));
+@property (class, strong, readonly) NSColor *keyboardFocusIndicatorColor;
 - (void)setFill;
 // Valid only on component based colours whose colour space model is RGB.
 - (void)getRed:(nullable CGFloat *)red

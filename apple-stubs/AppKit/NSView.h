@@ -32,6 +32,8 @@ NS_ASSUME_NONNULL_BEGIN
 - (NSToolTipTag)addToolTipRect:(NSRect)rect owner:(id)owner userData:(nullable void *)data;
 - (void)removeAllToolTips;
 @property (nullable, copy) NSString *toolTip;
+- (void)viewDidMoveToWindow;
+@property (readonly) BOOL canBecomeKeyView;
 // Sent when the view's backing scale factor or colour space changes (the
 // window moved to another display, say).
 - (void)viewDidChangeBackingProperties API_AVAILABLE(macos(10.7));

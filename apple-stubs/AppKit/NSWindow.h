@@ -32,6 +32,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowOcclusionState) {
 - (void)makeKeyWindow;
 @property (readonly) NSWindowOcclusionState occlusionState API_AVAILABLE(macos(10.9));
 - (NSPoint)convertPointFromScreen:(NSPoint)point API_AVAILABLE(macos(10.12));
+- (BOOL)makeFirstResponder:(nullable NSResponder *)responder;
 @property (readonly) CGFloat backingScaleFactor API_AVAILABLE(macos(10.7));
 @end
 

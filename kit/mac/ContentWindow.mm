@@ -36,6 +36,10 @@ public:
         host_.sizeHandler = ^(NSSize size) {
           [window setContentSize:size];
         };
+        // Escape closes the window.
+        host_.closeHandler = ^{
+          [window close];
+        };
         window_.contentView = host_;
         NSString* name = platformString(title);
         window_.title = name != nil ? name : @"";

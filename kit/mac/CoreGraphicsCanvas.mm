@@ -208,6 +208,7 @@ NSColor* systemColor(const Color& color) {
         case NamedColor::white: return NSColor.whiteColor;
         case NamedColor::black: return NSColor.blackColor;
         case NamedColor::accent: return NSColor.controlAccentColor;
+        case NamedColor::keyboardFocusIndicator: return NSColor.keyboardFocusIndicatorColor;
         }
         return nil;
     case Color::Kind::hierarchical:

@@ -181,6 +181,9 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     orvik::LayoutNode laidOut = orvik::layout(*tree, orvik::ProposedSize::unspecified(), context);
     _layout = std::move(laidOut);
     _tree = std::move(tree);  // the layout points into the tree, which keeps its address
+    // A focused button that is no longer shown loses the focus.
+    orvik::ViewState& viewState = _content->viewState();
+    viewState.focused = orvik::keptFocus(_layout, viewState.focused);
 
     const NSSize size{.width = _layout.frame.width, .height = _layout.frame.height};
     [self setFrameSize:size];
@@ -229,8 +232,10 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     orvik::mac::CoreGraphicsCanvas* drawingCanvas = &canvas;
     const orvik::LayoutNode* root = &_layout;
     const orvik::Appearance appearance = [self drawingAppearance];
+    const std::optional<std::string> focused = _content->viewState().focused;
     [self.effectiveAppearance performAsCurrentDrawingAppearance:^{
-      orvik::paint(*root, *drawingCanvas, appearance);
+      orvik::paint(*root, *drawingCanvas, appearance,
+                   focused ? std::optional<std::string_view>(*focused) : std::nullopt);
     }];
 }
 
@@ -582,6 +587,59 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
     state.pressed.reset();
     if (action) action();
     [self rebuild];
+}
+
+// --- Keyboard ---------------------------------------------------------------------
+
+// The view takes key events, so that Escape closes it; Tab, Shift-Tab,
+// Space and Return move and press the focus only with Full Keyboard Access
+// on (System Settings › Keyboard › Keyboard navigation), as in AppKit's own
+// controls.
+- (BOOL)acceptsFirstResponder {
+    return YES;
+}
+
+- (void)viewDidMoveToWindow {
+    [super viewDidMoveToWindow];
+    if (NSWindow* window = self.window) [window makeFirstResponder:self];
+}
+
+- (void)moveFocus:(orvik::FocusMove)move {
+    orvik::ViewState& state = _content->viewState();
+    state.focused = orvik::movedFocus(_layout, state.focused, move);
+    self.needsDisplay = YES;
+}
+
+- (void)keyDown:(NSEvent*)event {
+    const std::string characters = orvik::mac::portableString(event.charactersIgnoringModifiers).value_or("");
+    if (characters == "\x1b") {  // Escape
+        [self cancelOperation:self];
+        return;
+    }
+    if (NSApplication.sharedApplication.fullKeyboardAccessEnabled) {
+        const bool shift = (event.modifierFlags & NSEventModifierFlagShift) != 0;
+        // Shift-Tab arrives as the back-tab character.
+        if (characters == "\x19" || (characters == "\t" && shift)) {
+            [self moveFocus:orvik::FocusMove::previous];
+            return;
+        }
+        if (characters == "\t") {
+            [self moveFocus:orvik::FocusMove::next];
+            return;
+        }
+        const std::optional<std::string> focused = _content->viewState().focused;
+        // Space, Return and the keypad's Enter press the focused button.
+        if (focused && (characters == " " || characters == "\r" || characters == "\x03")) {
+            [self pressButtonWithID:*focused];
+            return;
+        }
+    }
+    [super keyDown:event];
+}
+
+- (void)cancelOperation:(id)sender {
+    (void)sender;
+    if (self.closeHandler != nil) self.closeHandler();
 }
 
 - (BOOL)performKeyEquivalent:(NSEvent*)event {

@@ -93,6 +93,10 @@ public:
         host_.sizeHandler = ^(NSSize size) {
           popover.contentSize = size;
         };
+        // Escape closes the popover as a click outside it would.
+        host_.closeHandler = ^{
+          [popover performClose:nil];
+        };
     }
 
     bool hasButton() const override { return statusItem_.button != nil; }

@@ -10,9 +10,37 @@ Point unitPointIn(UnitPoint point, Rect frame) {
     return Point{frame.x + point.x * frame.width, frame.y + point.y * frame.height};
 }
 
+// The shape a button is drawn as: the first shape inside it that fills its
+// frame (its background), else a rounded rectangle of its frame.
+PlacedShape buttonShape(const LayoutNode& button) {
+    const auto find = [&button](const LayoutNode& node, const auto& self) -> const ShapeNode* {
+        if (const auto* shape = std::get_if<ShapeNode>(&node.view->node)) {
+            if (node.frame == button.frame) return shape;
+        }
+        for (const LayoutNode& child : node.children) {
+            if (const ShapeNode* found = self(child, self)) return found;
+        }
+        return nullptr;
+    };
+    if (const ShapeNode* shape = find(button, find)) return PlacedShape{shape->shape, button.frame};
+    return PlacedShape{Shape::roundedRectangle(6), button.frame};
+}
+
+// The focus ring's outline: the shape grown by the ring's width on every
+// side (corners by as much), so that a border inside it is a band outside
+// the shape.
+PlacedShape ringOutline(const PlacedShape& shape) {
+    const Rect& frame = shape.frame;
+    PlacedShape grown{shape.shape, Rect{frame.x - focusRingWidth, frame.y - focusRingWidth,
+                                        frame.width + 2 * focusRingWidth, frame.height + 2 * focusRingWidth}};
+    if (grown.shape.kind == Shape::Kind::roundedRectangle) grown.shape.cornerRadius += focusRingWidth;
+    return grown;
+}
+
 class Painter {
 public:
-    Painter(Canvas& canvas, Appearance appearance) : canvas_(canvas), appearance_(appearance) {}
+    Painter(Canvas& canvas, Appearance appearance, std::optional<std::string_view> focused)
+        : canvas_(canvas), appearance_(appearance), focused_(focused) {}
 
     void paint(const LayoutNode& node, const Color& foreground) {
         std::visit([&](const auto& payload) { paintNode(payload, node, foreground); }, node.view->node);
@@ -102,6 +130,12 @@ private:
         } else if constexpr (std::is_same_v<Payload, SwitchNode> || std::is_same_v<Payload, PickerNode> ||
                              std::is_same_v<Payload, SpacerNode>) {
             // Native controls are the host's; spacers draw nothing.
+        } else if constexpr (std::is_same_v<Payload, ButtonNode>) {
+            children(node, foreground);
+            if (focused_ && payload.id == *focused_) {
+                canvas_.strokeInside(ringOutline(buttonShape(node)), focusRingWidth,
+                                     resolve(Color::keyboardFocusIndicator()));
+            }
         } else {
             children(node, foreground);
         }
@@ -109,12 +143,13 @@ private:
 
     Canvas& canvas_;
     Appearance appearance_;
+    std::optional<std::string_view> focused_;
 };
 
 }  // namespace
 
-void paint(const LayoutNode& root, Canvas& canvas, Appearance appearance) {
-    Painter painter(canvas, appearance);
+void paint(const LayoutNode& root, Canvas& canvas, Appearance appearance, std::optional<std::string_view> focused) {
+    Painter painter(canvas, appearance, focused);
     painter.paint(root, Color::primary());
 }
 

@@ -1,5 +1,6 @@
 #include "OrvikKit/HostSupport.h"
 
+#include <algorithm>
 #include <variant>
 
 namespace orvik {
@@ -104,6 +105,44 @@ const LayoutNode* buttonForShortcut(const LayoutNode& root, char key) {
     }
     for (const LayoutNode& child : root.children) {
         if (const LayoutNode* found = buttonForShortcut(child, key)) return found;
+    }
+    return nullptr;
+}
+
+std::vector<std::string> focusOrder(const LayoutNode& root) {
+    std::vector<const LayoutNode*> buttons;
+    collect<ButtonNode>(root, buttons);
+    std::vector<std::string> ids;
+    ids.reserve(buttons.size());
+    for (const LayoutNode* button : buttons) {
+        const std::string& id = std::get<ButtonNode>(button->view->node).id;
+        if (std::find(ids.begin(), ids.end(), id) == ids.end()) ids.push_back(id);
+    }
+    return ids;
+}
+
+std::optional<std::string> movedFocus(const LayoutNode& root, const std::optional<std::string>& focused,
+                                      FocusMove move) {
+    const std::vector<std::string> order = focusOrder(root);
+    if (order.empty()) return std::nullopt;
+    const auto at = focused ? std::find(order.begin(), order.end(), *focused) : order.end();
+    if (at == order.end()) return move == FocusMove::next ? order.front() : order.back();
+    const auto index = static_cast<std::size_t>(at - order.begin());
+    if (move == FocusMove::next) return order[(index + 1) % order.size()];
+    return order[(index + order.size() - 1) % order.size()];
+}
+
+std::optional<std::string> keptFocus(const LayoutNode& root, const std::optional<std::string>& focused) {
+    if (!focused || buttonWithID(root, *focused) == nullptr) return std::nullopt;
+    return focused;
+}
+
+const LayoutNode* buttonWithID(const LayoutNode& root, std::string_view id) {
+    if (const auto* button = std::get_if<ButtonNode>(&root.view->node)) {
+        if (button->id == id) return &root;
+    }
+    for (const LayoutNode& child : root.children) {
+        if (const LayoutNode* found = buttonWithID(child, id)) return found;
     }
     return nullptr;
 }

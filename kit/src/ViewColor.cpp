@@ -17,6 +17,12 @@ Rgba namedValue(NamedColor color, Appearance appearance) {
     case NamedColor::white: return Rgba{1, 1, 1, 1};
     case NamedColor::black: return Rgba{0, 0, 0, 1};
     case NamedColor::accent: return light ? rgb255(0, 122, 255) : rgb255(10, 132, 255);
+    case NamedColor::keyboardFocusIndicator: {
+        // The default (blue) accent, half covering what is under it.
+        Rgba ring = light ? rgb255(0, 122, 255) : rgb255(10, 132, 255);
+        ring.alpha = 0.5;
+        return ring;
+    }
     }
     return Rgba{};  // unreachable
 }

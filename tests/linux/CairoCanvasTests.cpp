@@ -22,6 +22,7 @@
 
 #include "PngPixels.h"
 #include "TestSupport/BundleStrings.h"
+#include "TestSupport/RecordingCanvas.h"
 
 namespace orvik::cairo {
 namespace {
@@ -140,6 +141,36 @@ TEST(CairoCanvasTest, ACutTextWithRoomForOneCharacterAndTheEllipsisStaysInsideIt
         EXPECT_GE(first, 0) << "something is drawn";
         EXPECT_LT(last, 30) << "nothing past the frame's right edge";
     }
+}
+
+// A 40 × 20 pill button 10 points from each edge of a 60 × 40 bitmap,
+// painted with the given button focused.
+std::optional<testing::PngPixels> paintedPill(std::optional<std::string_view> focused) {
+    const View view =
+        button("pill", [] {}, shape(Shape::capsule(), Fill::solid(Color::gray())).frame(40, 20)).padding(10);
+    testsupport::FixedTextMeasurer measurer;
+    const LayoutNode root = layout(view, {}, LayoutContext{.measurer = measurer, .localize = {}});
+    CairoCanvas canvas(60, 40, 1);
+    paint(root, canvas, Appearance::light, focused);
+    const auto png = canvas.pngData();
+    return png ? testing::PngPixels::fromData(*png) : std::nullopt;
+}
+
+TEST(CairoCanvasTest, TheFocusRingIsDrawnAroundTheFocusedButtonAndNowhereWithoutFocus) {
+    const auto plain = paintedPill(std::nullopt);
+    const auto ringed = paintedPill("pill");
+    ASSERT_TRUE(plain.has_value());
+    ASSERT_TRUE(ringed.has_value());
+    // Two points above the pill's top edge, and two right of its end.
+    for (const auto& [x, y] : {std::pair{30, 8}, std::pair{51, 20}}) {
+        EXPECT_EQ(plain->at(x, y).alpha, 0) << x << ", " << y;
+        const testing::Pixel ring = ringed->at(x, y);
+        EXPECT_GT(ring.alpha, 100) << x << ", " << y;
+        EXPECT_GT(ring.blue, ring.red) << "the focus indicator's blue";
+    }
+    // Inside the pill nothing changes; far outside the ring nothing is drawn.
+    EXPECT_EQ(ringed->at(30, 20), plain->at(30, 20));
+    EXPECT_EQ(ringed->at(2, 2).alpha, 0);
 }
 
 TEST(CairoCanvasTest, AMirroredSymbolIsThePlainOneReflectedAboutItsFramesCentre) {

@@ -15,6 +15,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -110,6 +111,14 @@ public:
 // shown as it stands (a track's name) in the direction of its first strong
 // character; symbols that point forward or backward are mirrored in a
 // right-to-left layout (LayoutDirection.h); images never are.
-void paint(const LayoutNode& root, Canvas& canvas, Appearance appearance);
+//
+// The button whose id is `focused` (keyboard focus) is ringed over its
+// contents: a band of `focusRingWidth` points outside its own shape (the
+// first shape inside it that fills its frame, else a rounded rectangle), in
+// the keyboard focus indicator colour.
+void paint(const LayoutNode& root, Canvas& canvas, Appearance appearance,
+           std::optional<std::string_view> focused = std::nullopt);
+
+inline constexpr double focusRingWidth = 3;
 
 }  // namespace orvik

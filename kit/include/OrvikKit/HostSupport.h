@@ -9,8 +9,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "OrvikKit/Layout.h"
@@ -24,6 +26,31 @@ std::set<std::string, std::less<>> hoveredIDs(const LayoutNode& root, Point poin
 // The first button, in tree order, whose shortcut is `key` (pressed with the
 // command key); null when none has it.
 const LayoutNode* buttonForShortcut(const LayoutNode& root, char key);
+
+// --- Keyboard focus (Full Keyboard Access) ---------------------------------------
+
+// The drawn buttons that take keyboard focus, by id, in reading order: tree
+// order, which runs top to bottom and leading to trailing (left to right,
+// and right to left in a right-to-left layout, whose stacks are mirrored).
+// The native switch and pop-up menu are not among them: they are real
+// controls and take focus through AppKit's own key-view loop.
+std::vector<std::string> focusOrder(const LayoutNode& root);
+
+enum class FocusMove : std::uint8_t { next, previous };
+
+// Where focus goes from `focused` (Tab: next, Shift-Tab: previous): the
+// next or previous button in reading order, wrapping round at either end;
+// from no focus (or a button no longer shown), the first or the last. None
+// when the tree has no button.
+std::optional<std::string> movedFocus(const LayoutNode& root, const std::optional<std::string>& focused,
+                                      FocusMove move);
+
+// `focused` while its button is still shown; none once it is gone (the tree
+// was built again without it), so that Tab starts again from the first.
+std::optional<std::string> keptFocus(const LayoutNode& root, const std::optional<std::string>& focused);
+
+// The button with `id`, first in tree order; null when none has it.
+const LayoutNode* buttonWithID(const LayoutNode& root, std::string_view id);
 
 // One element assistive technology reads: a button (labelled by the help
 // text around it, or else by the texts and symbol names inside it), a text

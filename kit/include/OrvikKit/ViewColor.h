@@ -17,8 +17,9 @@ namespace orvik {
 enum class Appearance : std::uint8_t { light, dark };
 
 // The platform's standard colours the views are drawn in; `accent` is the
-// user's system accent colour.
-enum class NamedColor : std::uint8_t { gray, green, orange, pink, white, black, accent };
+// user's system accent colour, `keyboardFocusIndicator` the translucent
+// colour of the ring around the control that has keyboard focus.
+enum class NamedColor : std::uint8_t { gray, green, orange, pink, white, black, accent, keyboardFocusIndicator };
 
 // The foreground styles that follow the appearance: primary for text, then
 // two weaker levels.
@@ -51,6 +52,7 @@ struct Color {
     static constexpr Color white() { return standard(NamedColor::white); }
     static constexpr Color black() { return standard(NamedColor::black); }
     static constexpr Color accentColor() { return standard(NamedColor::accent); }
+    static constexpr Color keyboardFocusIndicator() { return standard(NamedColor::keyboardFocusIndicator); }
     static constexpr Color hierarchical(HierarchicalStyle level) {
         return Color{.kind = Kind::hierarchical, .style = level};
     }

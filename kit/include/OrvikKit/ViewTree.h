@@ -121,9 +121,13 @@ struct Binding {
 struct ViewState {
     std::set<std::string, std::less<>> hovered{};
     std::optional<std::string> pressed{};
+    // The button with keyboard focus (Full Keyboard Access), by id; the
+    // paint pass rings it (Canvas.h).
+    std::optional<std::string> focused{};
 
     bool isHovered(std::string_view id) const { return hovered.find(id) != hovered.end(); }
     bool isPressed(std::string_view id) const { return pressed && *pressed == id; }
+    bool isFocused(std::string_view id) const { return focused && *focused == id; }
 };
 
 // --- Node payloads ------------------------------------------------------------------

@@ -31,6 +31,10 @@ NS_ASSUME_NONNULL_BEGIN
 // it as its content size).
 @property (nullable, copy) void (^sizeHandler)(NSSize size);
 
+// Closes what the view is shown in (the popover, the window): Escape
+// calls it.
+@property (nullable, copy) void (^closeHandler)(void);
+
 // The menu's or window's title: assistive technology reads the view as a
 // group of that name.
 @property (nullable, copy) NSString* menuTitle;
