@@ -176,6 +176,11 @@ std::vector<std::thread::id> FakeScriptEngine::runThreads() const {
     return shared_->runThreads;
 }
 
+std::string FakeScriptEngine::runAt(std::size_t index) const {
+    const std::lock_guard lock(shared_->mutex);
+    return index < shared_->runs.size() ? shared_->runs[index] : std::string();
+}
+
 std::size_t FakeScriptEngine::runsStarted() const {
     const std::lock_guard lock(shared_->mutex);
     return shared_->runs.size();

@@ -69,6 +69,8 @@ public:
     // For each run started, the thread it ran on.
     std::vector<std::thread::id> runThreads() const;
     std::size_t runsStarted() const;
+    // The source of the run at `index` (in start order); empty past the end.
+    std::string runAt(std::size_t index) const;
     std::size_t runsFinished() const;
     // The most runs that were ever under way at the same time.
     std::size_t maxConcurrentRuns() const;
