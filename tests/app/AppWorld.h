@@ -35,6 +35,9 @@ inline const std::string& artworkQuerySource() { return sources::artworkQuery; }
 struct AppWorld {
     std::shared_ptr<ManualMainThread> mainThread = std::make_shared<ManualMainThread>();
     std::shared_ptr<ManualSerialQueue> scriptQueue = std::make_shared<ManualSerialQueue>();
+    // The queue the scripts run on: the manual one above unless a test puts
+    // a real worker thread here before launching.
+    std::shared_ptr<orvik::SerialQueue> scriptingQueue = scriptQueue;
     std::shared_ptr<FakeScriptEngine> music = std::make_shared<FakeScriptEngine>();
     std::shared_ptr<FakeThumbnailer> thumbnailer = std::make_shared<FakeThumbnailer>();
     std::shared_ptr<RecordingLogger> scriptLogger = std::make_shared<RecordingLogger>();
@@ -63,7 +66,7 @@ struct AppWorld {
             .workspaceNotifications = workspace,
             .accessibility = accessibility,
             .eventTaps = taps,
-            .scripting = std::make_shared<tolvane::MusicScripting>(scriptQueue, music, thumbnailer, scriptLogger),
+            .scripting = std::make_shared<tolvane::MusicScripting>(scriptingQueue, music, thumbnailer, scriptLogger),
             .appInfo = appInfo,
             .urlOpener = urlOpener,
             .standardDefaults = standardDefaults,

@@ -29,11 +29,13 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "AppWorld.h"
 #include "OrvikKit/Layout.h"
 #include "TestSupport/RecordingCanvas.h"
+#include "TestSupport/ThreadSerialQueue.h"
 #include "Tolvane/MenuView.h"
 
 namespace tolvane {
@@ -291,6 +293,7 @@ struct DayStatistics {
     std::size_t tracksShown = 0;       // checks with a track shown
     std::size_t remindersDue = 0;      // checks with the update reminder due
     std::size_t tapMissing = 0;        // checks without a tap while switched on
+    std::size_t scriptsOffTheMainThread = 0;  // script runs on another thread than the day's
 };
 
 // A day's failure: the first broken invariant and at which event.
@@ -303,8 +306,16 @@ class Day {
 public:
     // A deliberately wrong model, to show that the checks can fail.
     enum class Sabotage : std::uint8_t { none, countsEveryPressTwice };
+    // Where the scripts run: on the manual queue, stepped by the day's
+    // events, or on a real worker thread of their own (answers then come
+    // back whenever the worker is done, as on a Mac).
+    enum class Threads : std::uint8_t { manual, realWorker };
 
-    explicit Day(Sabotage sabotage = Sabotage::none) : sabotage_(sabotage) {
+    explicit Day(Sabotage sabotage = Sabotage::none, Threads threads = Threads::manual) : sabotage_(sabotage) {
+        if (threads == Threads::realWorker) {
+            worker_ = std::make_shared<testsupport::ThreadSerialQueue>();
+            world.scriptingQueue = worker_;
+        }
         world.musicPlays(songs[0].name, songs[0].artist, true);
         model.playing = songs[0];
         model.playingState = true;
@@ -331,6 +342,7 @@ public:
 private:
     Sabotage sabotage_;
     DayStatistics statistics_;
+    std::shared_ptr<testsupport::ThreadSerialQueue> worker_;  // the real worker, when the scripts run on one
     AppWorld world;
     std::shared_ptr<AppState> state;
     std::weak_ptr<AppState> weak;
@@ -419,11 +431,26 @@ private:
         world.distributed->post({std::string(AppState::playerInfoNotification), std::move(info)});
     }
 
+    // Runs the scripting queue and the main thread until neither has work.
+    void settle() {
+        if (!worker_) {
+            world.settle();
+            return;
+        }
+        for (;;) {
+            if (!worker_->waitUntilIdle(std::chrono::seconds(10))) {
+                fail("the scripting worker did not finish its work");
+                return;
+            }
+            if (world.mainThread->runUntilIdle() == 0 && worker_->waitUntilIdle(std::chrono::milliseconds(0))) return;
+        }
+    }
+
     // Settles both queues and accounts for every script run since the last
     // time: under one mood, runs that succeed clear the Automation flag and
     // refused ones set it; failures leave it.
     void settleAndAccount() {
-        world.settle();
+        settle();
         const std::size_t runs = world.music->runsStarted();
         if (runs > model.runsChecked) {
             if (model.mood == 0) model.deniedAfterRuns = false;
@@ -545,7 +572,10 @@ private:
             model.mood = static_cast<int>(event.number);
             configureMusic();
             break;
-        case Kind::scriptStep: world.scriptQueue->runNext(); break;
+        case Kind::scriptStep:
+            // A real worker runs by itself; the manual queue runs one item.
+            if (!worker_) world.scriptQueue->runNext();
+            break;
         case Kind::mainStep: world.mainThread->runUntilIdle(); break;
         case Kind::settle: settleAndAccount(); break;
         case Kind::accessibility: world.accessibility->trusted = event.flag; break;
@@ -610,19 +640,25 @@ private:
         std::ostringstream out;
         out << state->isEnabled() << static_cast<int>(state->closedBehavior()) << state->hasAccessibility()
             << state->tapActive() << state->automationDenied() << state->isMusicRunning() << state->keysForwarded()
-            << (state->track() ? state->track()->summary.name : "-") << world.music->runsStarted()
-            << world.scriptQueue->pendingCount() << world.taps->calls().size()
+            << (state->track() ? state->track()->summary.name : "-") << world.taps->calls().size()
             << state->updateReminders()->updateReminderDue.get();
         return out.str();
     }
 
     void showPopover() {
+        // A real worker may start a queued script meanwhile: the scripts
+        // counted are those of the manual queue only.
+        const std::size_t runsBefore = worker_ ? 0 : world.music->runsStarted();
+        const std::size_t pendingBefore = world.scriptQueue->pendingCount();
         const std::string before = snapshot();
         const MenuEnvironment environment{.loginItem = loginItem, .urlOpener = world.urlOpener, .version = "1.2"};
         const testsupport::Rendering rendering =
             testsupport::render(MenuView{menuContent(state, environment), orvik::ViewState{}}.body());
         if (rendering.root.frame.width != MenuView::width) fail("the popover is not the menu's width");
         if (snapshot() != before) fail("building the popover's content changed the state");
+        if ((worker_ ? 0 : world.music->runsStarted()) != runsBefore || world.scriptQueue->pendingCount() != pendingBefore) {
+            fail("building the popover's content ran or queued a script");
+        }
     }
 
     // After a poll, the tap exists exactly when the app is on and trusted
@@ -665,9 +701,12 @@ private:
     // it made is left queued or alive.
     void end() {
         settleAndAccount();
+        for (const std::thread::id thread : world.music->runThreads()) {
+            if (thread != std::this_thread::get_id()) ++statistics_.scriptsOffTheMainThread;
+        }
         if (!failure.empty()) return;
         state.reset();
-        world.settle();
+        settle();
         if (!weak.expired()) fail("the app state is still alive after its release");
         if (world.taps->tapsHeld() != 0) fail("a tap is left after the app state was released");
         if (world.scriptQueue->pendingCount() != 0) fail("work is left on the scripting queue");
@@ -679,21 +718,21 @@ private:
 };
 
 // Runs `events` as a day; the failure, if any.
-std::optional<Failure> replayDay(const std::vector<Event>& events) {
-    Day day;
+std::optional<Failure> replayDay(const std::vector<Event>& events, Day::Threads threads = Day::Threads::manual) {
+    Day day(Day::Sabotage::none, threads);
     return day.run(events);
 }
 
 // The shortest list of events that still fails, by removing chunks, then
 // single events, while the day keeps failing.
-std::vector<Event> shrink(std::vector<Event> events) {
+std::vector<Event> shrink(std::vector<Event> events, Day::Threads threads) {
     std::size_t chunk = events.size() / 2;
     while (chunk >= 1) {
         bool removed = false;
         for (std::size_t start = 0; start + chunk <= events.size();) {
             std::vector<Event> shorter(events.begin(), events.begin() + static_cast<std::ptrdiff_t>(start));
             shorter.insert(shorter.end(), events.begin() + static_cast<std::ptrdiff_t>(start + chunk), events.end());
-            if (replayDay(shorter)) {
+            if (replayDay(shorter, threads)) {
                 events = std::move(shorter);
                 removed = true;
             } else {
@@ -707,23 +746,32 @@ std::vector<Event> shrink(std::vector<Event> events) {
 
 // Runs the day of `seed`; on failure, reports the seed, the failure and
 // the shrunk events as code to paste into a regression test.
-void runSeed(std::uint64_t seed, std::size_t count) {
+void runSeed(std::uint64_t seed, std::size_t count, Day::Threads threads = Day::Threads::manual) {
     const std::vector<Event> events = randomDay(seed, count);
-    const std::optional<Failure> failure = replayDay(events);
+    const std::optional<Failure> failure = replayDay(events, threads);
     if (!failure) return;
     std::vector<Event> prefix(events.begin(), events.begin() + static_cast<std::ptrdiff_t>(std::min(failure->event + 1, events.size())));
-    const std::vector<Event> shortest = shrink(prefix);
+    const std::vector<Event> shortest = shrink(prefix, threads);
     std::ostringstream out;
     out << "random day " << seed << " failed at event " << failure->event << ": " << failure->what
         << "\nshortest failing day (" << shortest.size() << " events):\n    replayDay({";
     for (const Event& event : shortest) out << describe(event) << ", ";
-    const std::optional<Failure> again = replayDay(shortest);
+    const std::optional<Failure> again = replayDay(shortest, threads);
     out << "});\n  which fails with: " << (again ? again->what : std::string("(nothing: not reproducible)"));
     ADD_FAILURE() << out.str();
 }
 
 TEST(RandomDay, FixedSeedsOfAHundredThousandEventsInAll) {
     for (std::uint64_t seed = 1; seed <= 20; ++seed) runSeed(seed, 5000);
+}
+
+TEST(RandomDay, FixedSeedsWithTheScriptsOnARealWorkerThread) {
+    // The same days with the scripts on a worker thread of their own (under
+    // ThreadSanitizer in CI): answers come back whenever the worker is done.
+    for (std::uint64_t seed = 101; seed <= 104; ++seed) runSeed(seed, 5000, Day::Threads::realWorker);
+    Day day(Day::Sabotage::none, Day::Threads::realWorker);
+    ASSERT_FALSE(day.run(randomDay(105, 2000)).has_value());
+    EXPECT_GT(day.statistics().scriptsOffTheMainThread, 50u) << "the scripts ran on the worker";
 }
 
 TEST(RandomDay, AnEmptyDayLeavesNothingBehind) { EXPECT_FALSE(replayDay({}).has_value()); }

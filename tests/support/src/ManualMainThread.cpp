@@ -5,7 +5,10 @@
 
 namespace testsupport {
 
-void ManualMainThread::post(Task task) { tasks_.push_back(std::move(task)); }
+void ManualMainThread::post(Task task) {
+    const std::lock_guard lock(tasksMutex_);
+    tasks_.push_back(std::move(task));
+}
 
 orvik::MainThread::TimerID ManualMainThread::postAfter(orvik::Duration delay, orvik::Duration leeway, Task task) {
     orvik::assertOnMainThread(*this);
@@ -22,9 +25,14 @@ void ManualMainThread::cancel(TimerID timer) {
 
 std::size_t ManualMainThread::runUntilIdle() {
     std::size_t ran = 0;
-    while (!tasks_.empty()) {
-        Task task = std::move(tasks_.front());
-        tasks_.pop_front();
+    for (;;) {
+        Task task;
+        {
+            const std::lock_guard lock(tasksMutex_);
+            if (tasks_.empty()) break;
+            task = std::move(tasks_.front());
+            tasks_.pop_front();
+        }
         task();
         ++ran;
     }

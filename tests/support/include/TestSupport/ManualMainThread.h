@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <deque>
 #include <map>
+#include <mutex>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -38,7 +39,10 @@ public:
     // each step).
     void advance(orvik::Duration by);
 
-    std::size_t pendingTaskCount() const noexcept { return tasks_.size(); }
+    std::size_t pendingTaskCount() const {
+        const std::lock_guard lock(tasksMutex_);
+        return tasks_.size();
+    }
     std::size_t pendingTimerCount() const noexcept { return timers_.size(); }
     // Every delayed task asked for, in order, with its delay and leeway.
     const std::vector<TimerRequest>& timerRequests() const noexcept { return timerRequests_; }
@@ -51,6 +55,10 @@ private:
 
     std::thread::id mainThreadID_ = std::this_thread::get_id();
     orvik::Duration now_{0.0};
+    // Tasks may be posted from any thread (a worker hands its result back),
+    // so the queue of tasks is locked; timers and running stay on the main
+    // thread.
+    mutable std::mutex tasksMutex_;
     std::deque<Task> tasks_;
     std::map<TimerID, Timer> timers_;
     TimerID nextTimerID_ = 1;
