@@ -22,6 +22,10 @@ double pixelCeiling(double length, double scale) {
 // `position` moved to the nearest pixel boundary of `scale`.
 double pixelRounded(double position, double scale) { return std::round(position * scale) / scale; }
 
+// A choice whose ideal width exceeds the proposal by less than this fits:
+// sums of measured lengths carry rounding noise.
+constexpr double fitTolerance = 0.01;
+
 // How a child takes what its stack proposes along the stack's axis, in the
 // order the stack serves them.
 enum class Flexibility : std::uint8_t { rigid, shrinks, fills };
@@ -378,6 +382,29 @@ private:
                                                   : Size{thickness, proposed.height.value_or(0)});
     }
 
+    // The first choice whose ideal width (laid out with the width left
+    // open) fits the proposed width; the last otherwise. Without a proposed
+    // width every choice fits, so the first is taken.
+    void placeNode(const FirstThatFitsNode& fits, LayoutNode& node, ProposedSize proposed, Environment environment,
+                   Axis stackAxis) {
+        if (fits.choices.empty()) return;
+        std::size_t chosen = fits.choices.size() - 1;
+        for (std::size_t index = 0; index + 1 < fits.choices.size(); ++index) {
+            if (!proposed.width) {
+                chosen = index;
+                break;
+            }
+            const LayoutNode ideal = place(fits.choices[index], ProposedSize{std::nullopt, proposed.height}, environment,
+                                           stackAxis);
+            if (ideal.frame.width <= *proposed.width + fitTolerance) {
+                chosen = index;
+                break;
+            }
+        }
+        node.children.push_back(place(fits.choices[chosen], proposed, environment, stackAxis));
+        setSize(node, size(node.children.front()));
+    }
+
     void placeNode(const BrandReaderNode& reader, LayoutNode& node, ProposedSize proposed, Environment environment,
                    Axis stackAxis) {
         node.expanded = std::make_shared<const View>(reader.body(*environment.brand));
@@ -420,6 +447,9 @@ private:
                     return flexibilityOf(payload.child.front(), axis, Environment{&payload.brand, environment.direction});
                 } else if constexpr (std::is_same_v<Payload, BrandReaderNode>) {
                     return flexibilityOf(payload.body(*environment.brand), axis, environment);
+                } else if constexpr (std::is_same_v<Payload, FirstThatFitsNode>) {
+                    return payload.choices.empty() ? Flexibility::rigid
+                                                   : flexibilityOf(payload.choices.front(), axis, environment);
                 } else if constexpr (std::is_same_v<Payload, LayoutDirectionNode>) {
                     return flexibilityOf(payload.child.front(), axis, Environment{environment.brand, payload.direction});
                 } else if constexpr (std::is_same_v<Payload, PaddingNode> || std::is_same_v<Payload, ClipNode> ||

@@ -103,25 +103,39 @@ View MissingIconView::body() const {
     message.push_back(AppGlyph{glyphSize}.body());
     message.push_back(vStack(HorizontalAlignment::leading, 8, std::move(column)));
 
-    std::vector<View> buttons;
-    buttons.reserve(help.buttons.size() + 1);
-    for (const MissingIconButton& button : help.buttons) {
+    const auto pill = [this](const MissingIconButton& button) {
         const std::function<void(MissingIconAction)>& act = perform;
-        View pill = PillButtonStyle{button.prominent}.body(
+        return PillButtonStyle{button.prominent}.body(
             button.id, button.title,
             [act, action = button.action] {
                 if (act) act(action);
             },
             state.isPressed(button.id));
-        buttons.push_back(std::move(pill));
-        // Quit stands apart, at the leading end.
-        if (button.action == MissingIconAction::quit) buttons.push_back(spacer());
+    };
+    // In a row, Quit stands apart at the leading end. Where the row does not
+    // fit (long titles in some languages), the buttons stack at the
+    // trailing edge, the prominent one on top, as an alert's do.
+    std::vector<View> row;
+    row.reserve(help.buttons.size() + 1);
+    for (const MissingIconButton& button : help.buttons) {
+        row.push_back(pill(button));
+        if (button.action == MissingIconAction::quit) row.push_back(spacer());
     }
+    std::vector<View> stack;
+    stack.reserve(help.buttons.size());
+    for (auto button = help.buttons.rbegin(); button != help.buttons.rend(); ++button) stack.push_back(pill(*button));
+    std::vector<View> arrangements;
+    arrangements.reserve(2);
+    arrangements.push_back(hStack(VerticalAlignment::center, 8, std::move(row)));
+    arrangements.push_back(vStack(HorizontalAlignment::trailing, 8, std::move(stack))
+                               .frame(View::FlexibleFrame{
+                                   .maxWidth = infinity,
+                                   .alignment = Alignment{HorizontalAlignment::trailing, VerticalAlignment::center}}));
 
     std::vector<View> rows;
     rows.reserve(2);
     rows.push_back(hStack(VerticalAlignment::top, 16, std::move(message)));
-    rows.push_back(hStack(VerticalAlignment::center, 8, std::move(buttons)));
+    rows.push_back(firstThatFits(std::move(arrangements)));
     return vStack(HorizontalAlignment::leading, 20, std::move(rows)).padding(padding).frame(width, std::nullopt);
 }
 

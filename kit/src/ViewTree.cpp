@@ -114,6 +114,8 @@ View nativePicker(std::vector<LocalizedText> titles, std::size_t selectedIndex, 
 
 View brandReader(std::function<View(const AppBrand&)> body) { return View{BrandReaderNode{std::move(body)}}; }
 
+View firstThatFits(std::vector<View> choices) { return View{FirstThatFitsNode{std::move(choices)}}; }
+
 View trackingHover(View view, std::string id) {
     if (Snapshot::isActive()) return view;
     return View{HoverNode{std::move(id), one(std::move(view))}};

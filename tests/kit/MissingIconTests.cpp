@@ -248,6 +248,24 @@ TEST(MissingIconViewTest, TheGlyphTextsAndButtonsHaveTheirMeasures) {
                                                           MissingIconAction::openMenuBarSettings}));
 }
 
+TEST(MissingIconViewTest, ButtonsThatDoNotFitInARowStackAtTheTrailingEdgeProminentFirst) {
+    // An app name long enough that "Quit …", OK and Open Menu Bar Settings
+    // cannot share the 380-point row.
+    const MissingIconView view{.help = missingIconHelp(std::string(40, 'W'), tahoe), .state = {}, .perform = {}};
+    const auto rendering = render(view.body());
+    EXPECT_NEAR(rendering.root.frame.width, 420, 1e-9);
+    const auto buttons = rendering.nodesOf<ButtonNode>();
+    ASSERT_EQ(buttons.size(), 3u);
+    // Top to bottom: Open Menu Bar Settings, OK, Quit; each ends at the
+    // trailing edge inside the padding, and none is cut.
+    EXPECT_EQ(std::get<ButtonNode>(buttons[0]->view->node).id, "missingIcon.menuBarSettings");
+    EXPECT_EQ(std::get<ButtonNode>(buttons[2]->view->node).id, "missingIcon.quit");
+    for (std::size_t index = 0; index < 3; ++index) EXPECT_NEAR(buttons[index]->frame.maxX(), 400, 1e-9) << index;
+    EXPECT_LT(buttons[0]->frame.maxY(), buttons[1]->frame.y);
+    EXPECT_LT(buttons[1]->frame.maxY(), buttons[2]->frame.y);
+    EXPECT_TRUE(cutTexts(rendering.root).empty());
+}
+
 TEST(MissingIconViewTest, APressedButtonIsDrawnFaded) {
     MissingIconView view{.help = missingIconHelp("Tolvane", sonoma), .state = {}, .perform = nullptr};
     view.state.pressed = "missingIcon.dismiss";

@@ -350,3 +350,34 @@ TEST(HoverTest, TrackingHoverMarksTheViewForTheHostOnlyOutsideSnapshots) {
 
 }  // namespace
 }  // namespace orvik
+
+namespace orvik {
+namespace {
+
+// Two arrangements of the same boxes: a row 100 wide, a column 40 wide.
+View rowOrColumn() {
+    std::vector<View> choices;
+    choices.push_back(hStack(VerticalAlignment::center, 0, testsupport::views(box(60, 10), box(40, 10))));
+    choices.push_back(vStack(HorizontalAlignment::leading, 0, testsupport::views(box(40, 10), box(30, 10))));
+    return firstThatFits(std::move(choices));
+}
+
+TEST(FirstThatFitsTest, TheFirstArrangementIsTakenWhenItsIdealWidthFits) {
+    const auto rendering = render(rowOrColumn(), {100, std::nullopt});
+    expectFrame(rendering.root.frame, {0, 0, 100, 10});
+    ASSERT_EQ(rendering.root.children.size(), 1u) << "only the chosen one is laid out";
+}
+
+TEST(FirstThatFitsTest, TheNextIsTakenWhenTheFirstIsWiderThanProposed) {
+    const auto rendering = render(rowOrColumn(), {99, std::nullopt});
+    expectFrame(rendering.root.frame, {0, 0, 40, 20});
+    EXPECT_EQ(rendering.canvas.ofKind(Kind::fill).size(), 2u) << "the column's two boxes, not the row's";
+}
+
+TEST(FirstThatFitsTest, TheLastIsTakenWhenNoneFitsAndTheFirstWithoutAProposal) {
+    expectFrame(render(rowOrColumn(), {10, std::nullopt}).root.frame, {0, 0, 40, 20});
+    expectFrame(render(rowOrColumn()).root.frame, {0, 0, 100, 10});
+}
+
+}  // namespace
+}  // namespace orvik

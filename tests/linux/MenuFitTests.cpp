@@ -20,6 +20,7 @@
 #include "OrvikKit/CairoCanvas.h"
 #include "OrvikKit/Layout.h"
 #include "OrvikKit/LayoutDirection.h"
+#include "OrvikKit/MissingIcon.h"
 #include "OrvikKit/Snapshot.h"
 #include "OrvikKit/StringsLocalizer.h"
 #include "TestSupport/BundleStrings.h"
@@ -300,6 +301,46 @@ TEST_F(MenuFitTest, EveryFrameEdgeIsOnWholePixelsAtOneAndTwoPixelsAPointInEveryL
             }
         }
         world.settle();
+    }
+}
+
+// The help window shown when the status item's icon is hidden, as the app
+// shows it on macOS 26 (Menu Bar settings) and on macOS 13 to 15 (a full
+// menu bar), laid out in `language` on the snapshot's pixel grid.
+struct LaidOutHelp {
+    std::unique_ptr<const orvik::View> view;
+    orvik::LayoutNode root;
+};
+
+LaidOutHelp layOutHelp(orvik::SystemVersion version, const std::string& language) {
+    orvik::cairo::CairoSnapshotPlatform platform(testsupport::bundleLocalizer(language));
+    orvik::MissingIconWindowContent content(orvik::missingIconHelp("Tolvane", version), musicBrand(), {});
+    LaidOutHelp help;
+    help.view = std::make_unique<const orvik::View>(content.body());
+    const orvik::LayoutContext context{
+        .measurer = platform.textMeasurer(),
+        .localize = [&platform, &language](const orvik::LocalizedText& text) {
+            return platform.localized(text, language);
+        },
+        .direction = orvik::layoutDirectionForLanguage(language),
+        .pixelScale = orvik::Snapshot::scale,
+    };
+    help.root = orvik::layout(*help.view, orvik::ProposedSize::unspecified(), context);
+    return help;
+}
+
+TEST_F(MenuFitTest, NoTextOfTheHiddenIconWindowIsCutInAnyLanguage) {
+    for (const orvik::SystemVersion version : {orvik::SystemVersion{26, 1, 0}, orvik::SystemVersion{15, 5, 0}}) {
+        for (const std::string& language : languages()) {
+            const LaidOutHelp help = layOutHelp(version, language);
+            EXPECT_DOUBLE_EQ(help.root.frame.width, orvik::MissingIconView::width) << language;
+            for (const Cut& cut : cutTextsOfOurs(help.root)) {
+                ADD_FAILURE() << language << ", macOS " << version.major << ": \"" << cut.shown << "\" is cut (key \""
+                              << cut.key << "\")";
+            }
+            const std::string offGrid = edgeOffTheGrid(help.root, orvik::Snapshot::scale);
+            EXPECT_TRUE(offGrid.empty()) << language << ", macOS " << version.major << ": " << offGrid;
+        }
     }
 }
 

@@ -150,8 +150,10 @@ MissingIconHelp missingIconHelp(std::string_view appName, SystemVersion version)
 
 // The help window's tree: the app's glyph beside the title and the
 // paragraphs, the buttons in a row below (Quit at the leading end, the
-// others at the trailing end, the prominent one last), `width` points wide
-// with `padding` on every side. A button calls `perform` with its action.
+// others at the trailing end, the prominent one last) or, where the row
+// does not fit, stacked at the trailing edge with the prominent one on
+// top, `width` points wide with `padding` on every side. A button calls
+// `perform` with its action.
 struct MissingIconView {
     MissingIconHelp help;
     ViewState state;

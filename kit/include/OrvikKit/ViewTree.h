@@ -271,6 +271,14 @@ struct LayoutDirectionNode {
     std::vector<View> child;
 };
 
+// The first of several arrangements of the same content whose ideal width
+// fits what is proposed (the last when none does), as an alert stacks its
+// buttons when they do not fit in a row. Only the chosen one is laid out
+// and drawn.
+struct FirstThatFitsNode {
+    std::vector<View> choices;
+};
+
 // A part of the tree that depends on the environment's brand.
 struct BrandReaderNode {
     std::function<View(const AppBrand&)> body;
@@ -282,7 +290,7 @@ struct View {
     using Node = std::variant<StackNode, SpacerNode, FrameNode, PaddingNode, LayerNode, TextNode, SymbolNode,
                               ShapeNode, ImageNode, ClipNode, ShadowNode, OpacityNode, ForegroundNode, ButtonNode,
                               TooltipNode, HoverNode, SwitchNode, PickerNode, DividerNode, BrandNode,
-                              BrandReaderNode, LayoutDirectionNode>;
+                              BrandReaderNode, LayoutDirectionNode, FirstThatFitsNode>;
     Node node{};
 
     // Modifiers, in the manner of the declarative toolkit: each wraps the
@@ -328,6 +336,9 @@ View divider();
 View nativeSwitch(Binding<bool> isOn, ControlSize size, Color tint);
 View nativePicker(std::vector<LocalizedText> titles, std::size_t selectedIndex, std::function<void(std::size_t)> select);
 View brandReader(std::function<View(const AppBrand&)> body);
+// The first of `choices` whose ideal width fits the proposed width; the
+// last when none does (FirstThatFitsNode).
+View firstThatFits(std::vector<View> choices);
 // Reports hover on `id` to the host; returns `view` unchanged while a
 // snapshot renders (a snapshot never shows hover states).
 View trackingHover(View view, std::string id);
