@@ -612,27 +612,18 @@ NSControlSize platformControlSize(orvik::ControlSize size) {
 
 - (void)keyDown:(NSEvent*)event {
     const std::string characters = orvik::mac::portableString(event.charactersIgnoringModifiers).value_or("");
-    if (characters == "\x1b") {  // Escape
-        [self cancelOperation:self];
-        return;
-    }
-    if (NSApplication.sharedApplication.fullKeyboardAccessEnabled) {
-        const bool shift = (event.modifierFlags & NSEventModifierFlagShift) != 0;
-        // Shift-Tab arrives as the back-tab character.
-        if (characters == "\x19" || (characters == "\t" && shift)) {
-            [self moveFocus:orvik::FocusMove::previous];
-            return;
-        }
-        if (characters == "\t") {
-            [self moveFocus:orvik::FocusMove::next];
-            return;
-        }
-        const std::optional<std::string> focused = _content->viewState().focused;
-        // Space, Return and the keypad's Enter press the focused button.
-        if (focused && (characters == " " || characters == "\r" || characters == "\x03")) {
+    const bool shift = (event.modifierFlags & NSEventModifierFlagShift) != 0;
+    switch (orvik::keyCommand(characters, shift, NSApplication.sharedApplication.fullKeyboardAccessEnabled)) {
+    case orvik::KeyCommand::close: [self cancelOperation:self]; return;
+    case orvik::KeyCommand::focusNext: [self moveFocus:orvik::FocusMove::next]; return;
+    case orvik::KeyCommand::focusPrevious: [self moveFocus:orvik::FocusMove::previous]; return;
+    case orvik::KeyCommand::pressFocused:
+        if (const std::optional<std::string> focused = _content->viewState().focused) {
             [self pressButtonWithID:*focused];
             return;
         }
+        break;
+    case orvik::KeyCommand::none: break;
     }
     [super keyDown:event];
 }

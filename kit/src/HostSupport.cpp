@@ -137,6 +137,15 @@ std::optional<std::string> keptFocus(const LayoutNode& root, const std::optional
     return focused;
 }
 
+KeyCommand keyCommand(std::string_view characters, bool shift, bool fullKeyboardAccess) {
+    if (characters == "\x1b") return KeyCommand::close;
+    if (!fullKeyboardAccess) return KeyCommand::none;
+    if (characters == "\x19" || (characters == "\t" && shift)) return KeyCommand::focusPrevious;
+    if (characters == "\t") return KeyCommand::focusNext;
+    if (characters == " " || characters == "\r" || characters == "\x03") return KeyCommand::pressFocused;
+    return KeyCommand::none;
+}
+
 const LayoutNode* buttonWithID(const LayoutNode& root, std::string_view id) {
     if (const auto* button = std::get_if<ButtonNode>(&root.view->node)) {
         if (button->id == id) return &root;

@@ -96,6 +96,28 @@ TEST(KeyboardFocusTest, ATreeWithoutButtonsTakesNoFocus) {
     EXPECT_EQ(movedFocus(root, std::nullopt, FocusMove::next), std::nullopt);
 }
 
+TEST(KeyCommandTest, EscapeClosesWhetherOrNotFullKeyboardAccessIsOn) {
+    EXPECT_EQ(keyCommand("\x1b", false, false), KeyCommand::close);
+    EXPECT_EQ(keyCommand("\x1b", true, true), KeyCommand::close);
+}
+
+TEST(KeyCommandTest, TabAndShiftTabMoveTheFocusOnlyWithFullKeyboardAccess) {
+    EXPECT_EQ(keyCommand("\t", false, true), KeyCommand::focusNext);
+    EXPECT_EQ(keyCommand("\t", true, true), KeyCommand::focusPrevious);
+    EXPECT_EQ(keyCommand("\x19", true, true), KeyCommand::focusPrevious) << "Shift-Tab as the back-tab character";
+    EXPECT_EQ(keyCommand("\t", false, false), KeyCommand::none);
+    EXPECT_EQ(keyCommand("\x19", true, false), KeyCommand::none);
+}
+
+TEST(KeyCommandTest, SpaceReturnAndEnterPressTheFocusedButtonAndOtherKeysAreNotTheHosts) {
+    for (const char* press : {" ", "\r", "\x03"}) {
+        EXPECT_EQ(keyCommand(press, false, true), KeyCommand::pressFocused) << static_cast<int>(press[0]);
+        EXPECT_EQ(keyCommand(press, false, false), KeyCommand::none) << static_cast<int>(press[0]);
+    }
+    EXPECT_EQ(keyCommand("q", false, true), KeyCommand::none);
+    EXPECT_EQ(keyCommand("", false, true), KeyCommand::none);
+}
+
 std::vector<DrawOperation> ringsOf(const testsupport::RecordingCanvas& canvas) {
     std::vector<DrawOperation> rings;
     for (const DrawOperation& operation : canvas.operations) {

@@ -49,6 +49,15 @@ std::optional<std::string> movedFocus(const LayoutNode& root, const std::optiona
 // was built again without it), so that Tab starts again from the first.
 std::optional<std::string> keptFocus(const LayoutNode& root, const std::optional<std::string>& focused);
 
+// What a key pressed in the host means, from its characters (ignoring
+// modifiers) and whether Shift is down: Escape closes the host; with Full
+// Keyboard Access on, Tab and Shift-Tab (which arrives as the back-tab
+// character) move the focus, and Space, Return and Enter press the focused
+// button. Anything else is not the host's (the responder chain has it).
+enum class KeyCommand : std::uint8_t { none, focusNext, focusPrevious, pressFocused, close };
+
+KeyCommand keyCommand(std::string_view characters, bool shift, bool fullKeyboardAccess);
+
 // The button with `id`, first in tree order; null when none has it.
 const LayoutNode* buttonWithID(const LayoutNode& root, std::string_view id);
 
