@@ -1,11 +1,18 @@
-# Type-checks every Objective-C++ file of the project against the
-# declaration-only Apple headers in apple-stubs/, with clang's Objective-C++
+# Type-checks the Objective-C++ files of some folders of the project against
+# the declaration-only Apple headers in apple-stubs/, with clang's Objective-C++
 # front end and ARC, so that a wrong selector, argument type or nullability
 # fails on any system, not only on a Mac; the warnings are the project's own,
 # as the Mac build applies them. Nothing is compiled to code or
-# linked. Run by CTest (test MacAdaptersTypeCheck) as
+# linked. Each room of the kit is checked with its own include folders and
+# those of the rooms below it, as its Mac library builds, so an adapter that
+# includes a header of a higher room fails here too. Run by CTest (tests
+# MacAdaptersTypeCheck.<room>, MacAdaptersTypeCheck.app) as
 #
-#   cmake -DCLANGXX=<clang++> -DSOURCE_DIR=<repo> -DINCLUDE_DIRS=<a|b|...> -P ObjCTypeCheck.cmake
+#   cmake -DCLANGXX=<clang++> -DSOURCE_DIR=<repo> -DFOLDERS=<a|b|...> -DINCLUDE_DIRS=<a|b|...> -P ObjCTypeCheck.cmake
+#
+# FOLDERS are relative to SOURCE_DIR; every .mm file directly inside one of
+# them is checked. Every .mm file of the project belongs to one check
+# (MacAdaptersTypeCheckCoversEveryFile, ObjCTypeCheckCoverage.cmake).
 #
 # Exits with status 77 (CTest's skip) when no clang++ was found. Refuses to
 # run on a Mac, where the stubs would meet the real SDK (AppleStubChecks.cmake
@@ -26,14 +33,16 @@ if(NOT CLANGXX OR NOT EXISTS "${CLANGXX}")
     cmake_language(EXIT 77)
 endif()
 
-file(GLOB_RECURSE objcxxSources
-    "${SOURCE_DIR}/kit/mac/*.mm"
-    "${SOURCE_DIR}/app/mac/*.mm"
-    "${SOURCE_DIR}/tests/mac/*.mm")
+string(REPLACE "|" ";" folders "${FOLDERS}")
+set(objcxxSources "")
+foreach(folder IN LISTS folders)
+    file(GLOB folderSources "${SOURCE_DIR}/${folder}/*.mm")
+    list(APPEND objcxxSources ${folderSources})
+endforeach()
 list(SORT objcxxSources)
 list(LENGTH objcxxSources fileCount)
 if(fileCount EQUAL 0)
-    message(FATAL_ERROR "No .mm files found under kit/mac, app/mac or tests/mac")
+    message(FATAL_ERROR "No .mm files found in ${folders}")
 endif()
 
 string(REPLACE "|" ";" includeDirs "${INCLUDE_DIRS}")

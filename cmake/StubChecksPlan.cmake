@@ -15,7 +15,7 @@ if(NOT HOST_KIND OR NOT SOURCE_DIR)
 endif()
 
 tolvane_apple_stub_checks("${HOST_KIND}" checks)
-tolvane_objc_type_check_arguments("${HOST_KIND}" "${SOURCE_DIR}" "${SOURCE_DIR}/kit/mac/include" arguments)
+tolvane_objc_type_check_arguments("${HOST_KIND}" "${SOURCE_DIR}" "${SOURCE_DIR}/kit/base/mac/include" arguments)
 
 message("host kind: ${HOST_KIND}")
 if(checks)

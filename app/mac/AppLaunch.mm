@@ -8,7 +8,10 @@
 
 #include "OrvikKit/MenuBarController.h"
 #include "OrvikKit/UpdateReminderCenter.h"
-#include "OrvikKitMac/Services.h"
+#include "OrvikKitMac/BaseAdapters.h"
+#include "OrvikKitMac/MenuAdapters.h"
+#include "OrvikKitMac/ServiceAdapters.h"
+#include "OrvikKitMac/ViewAdapters.h"
 #include "TolvaneMac/Adapters.h"
 #include "Tolvane/AppIdentity.h"
 #include "Tolvane/MenuView.h"

@@ -12,7 +12,7 @@
 
 #include "OrvikKitMac/CFRef.h"
 #include "OrvikKitMac/CoreGraphicsCanvas.h"
-#include "OrvikKitMac/Services.h"
+#include "OrvikKitMac/BaseAdapters.h"
 #include "TolvaneMac/Adapters.h"
 #include "TolvaneMac/ArtworkContent.h"
 #include "Tolvane/AppIdentity.h"

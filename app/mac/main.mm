@@ -13,7 +13,7 @@
 
 #include "OrvikKit/MainThread.h"
 #include "OrvikKit/MenuBarApp.h"
-#include "OrvikKitMac/Services.h"
+#include "OrvikKitMac/BaseAdapters.h"
 #include "TolvaneMac/Adapters.h"
 #include "Tolvane/Entry.h"
 

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "OrvikKit/SystemSettings.h"
+
 namespace tolvane {
 
 namespace {

@@ -38,7 +38,7 @@ const fs::path sourceDirectory = TOLVANE_SOURCE_DIR;
 // Where texts are built: the modules' sources and headers, portable and
 // macOS alike. LocalizedText.h only defines kitText and appText.
 const std::vector<fs::path> scannedFolders = {"core", "kit-core", "kit", "app"};
-const fs::path definingHeader = fs::path("kit") / "include" / "OrvikKit" / "LocalizedText.h";
+const fs::path definingHeader = fs::path("kit") / "base" / "include" / "OrvikKit" / "LocalizedText.h";
 const std::set<std::string> sourceExtensions = {".h", ".hpp", ".cpp", ".mm", ".m"};
 
 // The calls whose key is computed, each covered below by running the code

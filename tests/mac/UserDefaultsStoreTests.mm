@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "OrvikKitMac/Services.h"
+#include "OrvikKitMac/BaseAdapters.h"
 #include "OrvikKitCore/Preferences.h"
 
 namespace orvik::mac {

@@ -1,0 +1,1 @@
+// A file the type-check covers.

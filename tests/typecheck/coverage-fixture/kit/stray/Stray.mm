@@ -1,0 +1,1 @@
+// A file outside every folder the type-checks cover.
